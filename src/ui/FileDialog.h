@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <optional>
+
+class QWidget;
+
+// The file dialogs of the program: Qt's own dialog; a cancel comes back as
+// an empty optional. Tests queue the answers in advance (a path, or
+// std::nullopt for a cancel); while recording no dialog is shown.
+class FileDialog
+{
+public:
+    struct Asked
+    {
+        bool save;
+        QString caption;
+        QString folder;
+        QString filter;
+    };
+
+    static std::optional<QString> open(QWidget *parent, const QString &caption, const QString &folder,
+                                       const QString &filter);
+    static std::optional<QString> save(QWidget *parent, const QString &caption, const QString &proposed,
+                                       const QString &filter);
+
+    // Tests
+    static void startRecording();
+    static void stopRecording();
+    static void queueAnswer(const std::optional<QString> &answer);
+    static QList<Asked> asked();
+};
