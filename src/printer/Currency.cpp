@@ -1,5 +1,6 @@
 #include "Currency.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -7,7 +8,14 @@ std::optional<Currency> Currency::fromDouble(double value)
 {
     if (!std::isfinite(value))
         return std::nullopt;
-    const double scaled = std::nearbyint(value * double(Scale)); // default rounding: halves to even
+    // A double seldom holds a decimal half exactly (0.00015 is just below
+    // it); a value within a hair of a half counts as the half, which then
+    // goes to the even neighbour.
+    const double raw = value * double(Scale);
+    const double floorPart = std::floor(raw);
+    double scaled = std::nearbyint(raw); // default rounding: halves to even
+    if (std::fabs(raw - (floorPart + 0.5)) <= 1e-9 * std::max(1.0, std::fabs(raw)))
+        scaled = std::fmod(floorPart, 2.0) == 0.0 ? floorPart : floorPart + 1.0;
     // 2^63 is exactly representable; anything at or beyond it does not fit.
     if (scaled >= 9223372036854775808.0 || scaled < -9223372036854775808.0)
         return std::nullopt;
