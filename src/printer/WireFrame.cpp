@@ -48,6 +48,17 @@ QByteArray encodeFrame(char seq, const QList<QByteArray> &fields)
     return frame;
 }
 
+static bool isHexDigit(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
+}
+
+// The SEQ of a (possibly broken) body, or 0 when it has none.
+static char readableSeq(const QByteArray &body)
+{
+    return !body.isEmpty() && body.at(0) >= '0' && body.at(0) <= '9' ? body.at(0) : char(0);
+}
+
 char nextSeq(char seq)
 {
     return seq >= '9' || seq < '0' ? '0' : char(seq + 1);
@@ -80,7 +91,7 @@ void FrameDecoder::feed(const QByteArray &bytes)
         case State::Body:
             if (c == STX) {
                 // A bare STX cannot stand inside a frame: the old one was cut.
-                m_events.append({Kind::BadFrame, 0, {}});
+                m_events.append({Kind::BadFrame, readableSeq(m_body), {}});
                 m_body.clear();
                 m_overflow = false;
             } else {
@@ -95,6 +106,13 @@ void FrameDecoder::feed(const QByteArray &bytes)
             }
             break;
         case State::Checksum:
+            if (!isHexDigit(c)) {
+                // The frame was cut in its checksum; the byte may open the next one.
+                m_events.append({Kind::BadFrame, readableSeq(m_body), {}});
+                m_state = State::Idle;
+                feed(QByteArray(1, c));
+                break;
+            }
             m_checksum.append(c);
             if (m_checksum.size() == 4)
                 finishFrame();
@@ -106,7 +124,7 @@ void FrameDecoder::feed(const QByteArray &bytes)
 void FrameDecoder::finishFrame()
 {
     m_state = State::Idle;
-    Event bad{Kind::BadFrame, 0, {}};
+    Event bad{Kind::BadFrame, readableSeq(m_body), {}};
     // The body holds SEQ ... ETX; SEQ and ETX count towards the limit too.
     if (m_overflow || m_body.size() > MaxFrameBody || m_body.size() < 2) {
         m_events.append(bad);

@@ -1,0 +1,362 @@
+#include "KelvoProtocolControl.h"
+
+#include "Cp1252.h"
+#include "LocalFile.h"
+#include "SerialLine.h"
+
+#include <QEventLoop>
+#include <QFile>
+#include <QSerialPort>
+#include <QTcpSocket>
+#include <QTimer>
+
+namespace {
+
+// Results of the control beside the printer's own 0 and -1.
+enum Result : int16_t {
+    NotConnected = 1,
+    PortNotOpen = 2,
+    ResponseCut = 3,
+    BadResponse = 4,
+    WrongEuroSettings = 5,
+    LogoFileMissing = 6,
+    NoAck = 7,
+    NoResponse = 8,
+    CallUnderWay = 9,
+};
+
+constexpr int MaxSends = 3; // the first and two more after NAKs
+
+int milliseconds(int16_t seconds, int defaultSeconds)
+{
+    return (seconds > 0 ? int(seconds) : defaultSeconds) * 1000;
+}
+
+class BusyScope
+{
+public:
+    explicit BusyScope(bool &busy) : m_busy(busy) { m_busy = true; }
+    ~BusyScope() { m_busy = false; }
+    BusyScope(const BusyScope &) = delete;
+    BusyScope &operator=(const BusyScope &) = delete;
+
+private:
+    bool &m_busy;
+};
+
+}
+
+KelvoProtocolControl::KelvoProtocolControl() = default;
+
+KelvoProtocolControl::~KelvoProtocolControl()
+{
+    m_closing = true; // no signal of the sockets may reach a half-destroyed control
+    if (m_tcp)
+        m_tcp->disconnect();
+    if (m_serial)
+        m_serial->disconnect();
+}
+
+// --- Port --------------------------------------------------------------------
+
+void KelvoProtocolControl::OpenComPort()
+{
+    if (m_busy)
+        return;
+    shutSerial();
+    m_lost = false;
+    const std::optional<SerialLine::Settings> settings = SerialLine::parse(ComSettings());
+    if (!settings)
+        return;
+    if (!m_serial) {
+        m_serial = std::make_unique<QSerialPort>();
+        QObject::connect(m_serial.get(), &QSerialPort::errorOccurred, m_serial.get(),
+                         [this](QSerialPort::SerialPortError error) {
+                             // A line hung up or a device gone: the port closes.
+                             if (error != QSerialPort::ResourceError || m_closing)
+                                 return;
+                             m_lost = true;
+                             shutSerial();
+                             endWaitingCall();
+                         });
+    }
+    m_serial->setPortName(SerialLine::devicePath(ComPort()));
+    if (!m_serial->open(QIODevice::ReadWrite))
+        return;
+    if (!SerialLine::apply(*m_serial, *settings)) {
+        shutSerial();
+        return;
+    }
+    startConnection();
+}
+
+void KelvoProtocolControl::CloseComPort()
+{
+    shutSerial();
+    m_lost = false;
+    endWaitingCall();
+}
+
+bool KelvoProtocolControl::IsComPortOpen()
+{
+    return m_serial && m_serial->isOpen();
+}
+
+int32_t KelvoProtocolControl::OpenTcp()
+{
+    if (m_busy)
+        return CallUnderWay;
+    shutTcp();
+    m_lost = false;
+    if (!m_tcp) {
+        m_tcp = std::make_unique<QTcpSocket>();
+        QObject::connect(m_tcp.get(), &QAbstractSocket::disconnected, m_tcp.get(), [this] {
+            if (m_closing)
+                return;
+            m_lost = true; // the printer closed the connection
+            endWaitingCall();
+        });
+    }
+
+    BusyScope busy(m_busy);
+    m_tcp->connectToHost(IpAddress(), quint16(uint16_t(TcpPort())));
+    if (m_tcp->state() != QAbstractSocket::ConnectedState && m_tcp->state() != QAbstractSocket::UnconnectedState) {
+        QEventLoop loop;
+        QTimer timer;
+        timer.setSingleShot(true);
+        QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+        QObject::connect(m_tcp.get(), &QAbstractSocket::connected, &loop, &QEventLoop::quit);
+        QObject::connect(m_tcp.get(), &QAbstractSocket::errorOccurred, &loop, &QEventLoop::quit);
+        timer.start(milliseconds(TimeoutAck(), DefaultAckSeconds));
+        loop.exec();
+    }
+    if (m_tcp->state() != QAbstractSocket::ConnectedState) {
+        shutTcp();
+        return NotConnected;
+    }
+    m_tcp->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    startConnection();
+    return 0;
+}
+
+void KelvoProtocolControl::CloseTcp()
+{
+    shutTcp();
+    m_lost = false;
+    endWaitingCall();
+}
+
+bool KelvoProtocolControl::IsTcpOpen(int32_t &state)
+{
+    state = m_tcp ? int32_t(m_tcp->state()) : 0;
+    return m_tcp && m_tcp->state() == QAbstractSocket::ConnectedState;
+}
+
+void KelvoProtocolControl::startConnection()
+{
+    m_seq = '0';
+    m_decoder.reset();
+}
+
+void KelvoProtocolControl::shutTcp()
+{
+    if (!m_tcp)
+        return;
+    m_closing = true;
+    m_tcp->abort();
+    m_closing = false;
+}
+
+void KelvoProtocolControl::shutSerial()
+{
+    if (!m_serial || !m_serial->isOpen())
+        return;
+    m_closing = true;
+    m_serial->close();
+    m_closing = false;
+}
+
+void KelvoProtocolControl::endWaitingCall()
+{
+    if (!m_loop)
+        return;
+    m_cancelled = true;
+    m_loop->quit();
+}
+
+QIODevice *KelvoProtocolControl::openLine() const
+{
+    if (UseTcp() == 1)
+        return m_tcp && m_tcp->state() == QAbstractSocket::ConnectedState ? m_tcp.get() : nullptr;
+    return m_serial && m_serial->isOpen() ? m_serial.get() : nullptr;
+}
+
+bool KelvoProtocolControl::lineUp(QIODevice *line) const
+{
+    if (line == m_tcp.get())
+        return m_tcp->state() == QAbstractSocket::ConnectedState;
+    return line->isOpen();
+}
+
+// --- Commands ------------------------------------------------------------------
+
+int16_t KelvoProtocolControl::LoadLogoFile(QString &path)
+{
+    if (m_busy)
+        return CallUnderWay;
+    if (EuroSettings() != 2)
+        return WrongEuroSettings;
+    QFile file(LocalFile::find(path));
+    if (!file.open(QIODevice::ReadOnly))
+        return LogoFileMissing;
+    return execute("LoadLogoFile", {file.readAll()});
+}
+
+int16_t KelvoProtocolControl::execute(const QByteArray &name, const QList<QByteArray> &args)
+{
+    if (m_busy)
+        return CallUnderWay;
+    if (EuroSettings() != 2)
+        return WrongEuroSettings;
+    QIODevice *line = openLine();
+    if (!line)
+        return m_lost ? NotConnected : PortNotOpen;
+
+    QList<QByteArray> fields;
+    fields.reserve(args.size() + 1);
+    fields.append(name);
+    fields.append(args);
+    const QByteArray frame = Wire::encodeFrame(m_seq, fields);
+    if (frame.size() - 5 > Wire::MaxFrameBody) // STX and CHK are outside the limit
+        return NoAck;
+    const char seq = m_seq;
+    m_seq = Wire::nextSeq(m_seq);
+
+    BusyScope busy(m_busy);
+    m_cancelled = false;
+    return exchange(line, seq, frame);
+}
+
+int16_t KelvoProtocolControl::exchange(QIODevice *line, char seq, const QByteArray &frame)
+{
+    // Whatever is left from earlier exchanges (a late answer, half a frame) goes.
+    takeInput(line);
+    m_decoder.reset();
+
+    const int ackMs = milliseconds(TimeoutAck(), DefaultAckSeconds);
+    const int opMs = milliseconds(TimeoutOp(), DefaultOpSeconds);
+    enum class Phase { AwaitAck, AwaitResponse, InResponse } phase = Phase::AwaitAck;
+    int sends = 1;
+    send(line, frame);
+    QDeadlineTimer deadline(ackMs, Qt::PreciseTimer);
+
+    for (;;) {
+        takeInput(line); // also what came just before the line dropped
+        while (const std::optional<Wire::FrameDecoder::Event> event = m_decoder.next()) {
+            switch (event->kind) {
+            case Wire::FrameDecoder::Kind::Ack:
+                if (phase == Phase::AwaitAck) {
+                    phase = Phase::AwaitResponse;
+                    deadline.setRemainingTime(opMs, Qt::PreciseTimer);
+                }
+                break;
+            case Wire::FrameDecoder::Kind::Nak:
+                if (phase == Phase::AwaitAck) {
+                    if (sends == MaxSends)
+                        return NoAck;
+                    ++sends;
+                    send(line, frame);
+                    deadline.setRemainingTime(ackMs, Qt::PreciseTimer);
+                }
+                break;
+            case Wire::FrameDecoder::Kind::Frame:
+                if (event->seq == seq)
+                    return applyResponse(event->fields);
+                break; // the late answer to an earlier request
+            case Wire::FrameDecoder::Kind::BadFrame:
+                if (event->seq == 0 || event->seq == seq)
+                    return BadResponse;
+                break;
+            }
+        }
+        if (phase == Phase::AwaitResponse && m_decoder.inFrame()) {
+            phase = Phase::InResponse; // the answer has begun: it has TimeoutOp to end
+            deadline.setRemainingTime(opMs, Qt::PreciseTimer);
+        } else if (phase == Phase::InResponse && !m_decoder.inFrame()) {
+            phase = Phase::AwaitResponse; // that was a stale frame
+        }
+        if (m_cancelled || !lineUp(line))
+            return lineDropped(line);
+        if (deadline.hasExpired())
+            return phase == Phase::AwaitAck ? NoAck : phase == Phase::AwaitResponse ? NoResponse : ResponseCut;
+        waitForLine(line, deadline);
+    }
+}
+
+int16_t KelvoProtocolControl::lineDropped(QIODevice *line)
+{
+    if (!m_cancelled)
+        m_lost = true;
+    if (line == m_tcp.get())
+        shutTcp();
+    else
+        shutSerial();
+    return NotConnected;
+}
+
+void KelvoProtocolControl::send(QIODevice *line, const QByteArray &bytes)
+{
+    if (m_traffic)
+        m_traffic(Direction::Sent, bytes);
+    line->write(bytes);
+    if (line == m_tcp.get())
+        m_tcp->flush();
+    else
+        m_serial->flush();
+}
+
+void KelvoProtocolControl::takeInput(QIODevice *line)
+{
+    if (line->bytesAvailable() <= 0)
+        return;
+    const QByteArray bytes = line->readAll();
+    if (m_traffic)
+        m_traffic(Direction::Received, bytes);
+    m_decoder.feed(bytes);
+}
+
+void KelvoProtocolControl::waitForLine(QIODevice *line, QDeadlineTimer deadline)
+{
+    if (line->bytesAvailable() > 0)
+        return;
+    QEventLoop loop;
+    QTimer timer;
+    timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QObject::connect(line, &QIODevice::readyRead, &loop, &QEventLoop::quit);
+    QObject::connect(line, &QIODevice::aboutToClose, &loop, &QEventLoop::quit);
+    if (line == m_tcp.get())
+        QObject::connect(m_tcp.get(), &QAbstractSocket::disconnected, &loop, &QEventLoop::quit);
+    timer.start(int(qMax<qint64>(0, deadline.remainingTime())));
+    m_loop = &loop;
+    loop.exec();
+    m_loop = nullptr;
+}
+
+int16_t KelvoProtocolControl::applyResponse(const QList<QByteArray> &fields)
+{
+    const QByteArray result = fields.value(0).trimmed();
+    if (result != "0" && result != "-1")
+        return BadResponse;
+    setProperty(QStringLiteral("ErrorCode"), QStringLiteral("0"));
+    setProperty(QStringLiteral("InfoCode"), QStringLiteral("0"));
+    for (qsizetype i = 1; i < fields.size(); ++i) {
+        const QByteArray &field = fields[i];
+        const qsizetype eq = field.indexOf('=');
+        if (eq <= 0)
+            continue;
+        setProperty(Cp1252::decode(field.left(eq)), Cp1252::decode(field.mid(eq + 1)));
+    }
+    return result == "0" ? 0 : -1;
+}
