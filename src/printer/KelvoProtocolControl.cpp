@@ -132,6 +132,7 @@ int32_t KelvoProtocolControl::OpenTcp()
     }
     if (m_tcp->state() != QAbstractSocket::ConnectedState) {
         shutTcp();
+        m_lost = true; // commands now tell "not connected" rather than "port not open"
         return NotConnected;
     }
     m_tcp->setSocketOption(QAbstractSocket::LowDelayOption, 1);

@@ -70,7 +70,7 @@ private:
     Wire::FrameDecoder m_decoder;
     char m_seq = '0';
     bool m_busy = false;
-    bool m_lost = false;       // the line dropped by itself since it was last opened or closed
+    bool m_lost = false;       // the connection was refused or dropped since the port was last opened or closed
     bool m_closing = false;    // the program is closing the line right now
     bool m_cancelled = false;  // the port was closed while a command waited
     QEventLoop *m_loop = nullptr;

@@ -131,7 +131,6 @@ void FrameDecoder::finishFrame()
         return;
     }
     const char seq = m_body.at(0);
-    bad.seq = seq;
     if (seq < '0' || seq > '9' || checksumText(m_body) != m_checksum) {
         m_events.append(bad);
         return;
