@@ -29,8 +29,11 @@ int16_t ToInteger(double value);         // halves to even; Overflow
 int32_t ToLong(double value);
 
 // Number to text as the program shows it: no thousands separators, the
-// locale's decimal separator, as many decimals as the value needs.
+// locale's decimal separator, as many decimals as the value needs at the
+// type's precision (15 significant digits for double, 7 for float, all four
+// for Currency); very large or small doubles and floats as 1E+20, 1E-05.
 QString Text(int64_t value);
+inline QString Text(int value) { return Text(int64_t(value)); } // else int is ambiguous
 QString Text(double value);
 QString Text(float value);
 QString Text(Currency value);
