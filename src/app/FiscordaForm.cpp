@@ -1,5 +1,7 @@
 #include "FiscordaForm.h"
 
+#include "DataOraForm.h"
+#include "SetupPrnForm.h"
 #include "SplashForm.h"
 #include "printer/Connection.h"
 #include "printer/KelvoFPControl.h"
@@ -157,7 +159,9 @@ void FiscordaForm::InizializzaOCX(QString &modelText)
 
     if (result != 0) {
         ReportResult(result);
-        // The communication setup comes here, before the main form is seen.
+        // The printer could not be reached: the setup, before the main form is seen.
+        SetupPrnForm setup(this);
+        setup.exec();
     }
     // The settings object is dropped here without saving.
 }
@@ -170,7 +174,12 @@ void FiscordaForm::closeEvent(QCloseEvent *event)
     event->accept();
 }
 
-void FiscordaForm::btnInstall_Click() {}
+void FiscordaForm::btnInstall_Click()
+{
+    DataOraForm::WizardMode = true;
+    DataOraForm form(this);
+    form.exec();
+}
 
 void FiscordaForm::btnRemove_Click() {}
 void FiscordaForm::btnDGFE_Click() {}
@@ -182,7 +191,11 @@ void FiscordaForm::btnEsci_Click()
     QCoreApplication::quit();
 }
 
-void FiscordaForm::mSetupPrn_Click() {}
+void FiscordaForm::mSetupPrn_Click()
+{
+    SetupPrnForm form(this);
+    form.exec();
+}
 
 void FiscordaForm::mXmlRead_Click() {}
 void FiscordaForm::mPrnRead_Click() {}
