@@ -64,7 +64,7 @@ void KelvoProtocolControl::OpenComPort()
     if (m_busy)
         return;
     shutSerial();
-    m_lost = false;
+    m_serialLost = false;
     const std::optional<SerialLine::Settings> settings = SerialLine::parse(ComSettings());
     if (!settings)
         return;
@@ -75,9 +75,9 @@ void KelvoProtocolControl::OpenComPort()
                              // A line hung up or a device gone: the port closes.
                              if (error != QSerialPort::ResourceError || m_closing)
                                  return;
-                             m_lost = true;
+                             m_serialLost = true;
                              shutSerial();
-                             endWaitingCall();
+                             endWaitingCall(m_serial.get());
                          });
     }
     m_serial->setPortName(SerialLine::devicePath(ComPort()));
@@ -93,8 +93,8 @@ void KelvoProtocolControl::OpenComPort()
 void KelvoProtocolControl::CloseComPort()
 {
     shutSerial();
-    m_lost = false;
-    endWaitingCall();
+    m_serialLost = false;
+    endWaitingCall(m_serial.get());
 }
 
 bool KelvoProtocolControl::IsComPortOpen()
@@ -107,14 +107,14 @@ int32_t KelvoProtocolControl::OpenTcp()
     if (m_busy)
         return CallUnderWay;
     shutTcp();
-    m_lost = false;
+    m_tcpLost = false;
     if (!m_tcp) {
         m_tcp = std::make_unique<QTcpSocket>();
         QObject::connect(m_tcp.get(), &QAbstractSocket::disconnected, m_tcp.get(), [this] {
             if (m_closing)
                 return;
-            m_lost = true; // the printer closed the connection
-            endWaitingCall();
+            m_tcpLost = true; // the printer closed the connection
+            endWaitingCall(m_tcp.get());
         });
     }
 
@@ -125,14 +125,17 @@ int32_t KelvoProtocolControl::OpenTcp()
         QTimer timer;
         timer.setSingleShot(true);
         QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-        QObject::connect(m_tcp.get(), &QAbstractSocket::connected, &loop, &QEventLoop::quit);
-        QObject::connect(m_tcp.get(), &QAbstractSocket::errorOccurred, &loop, &QEventLoop::quit);
+        QObject::connect(m_tcp.get(), &QAbstractSocket::stateChanged, &loop,
+                         [&loop](QAbstractSocket::SocketState state) {
+                             if (state == QAbstractSocket::ConnectedState || state == QAbstractSocket::UnconnectedState)
+                                 loop.quit();
+                         });
         timer.start(milliseconds(TimeoutAck(), DefaultAckSeconds));
         loop.exec();
     }
     if (m_tcp->state() != QAbstractSocket::ConnectedState) {
         shutTcp();
-        m_lost = true; // commands now tell "not connected" rather than "port not open"
+        m_tcpLost = true;
         return NotConnected;
     }
     m_tcp->setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -143,8 +146,8 @@ int32_t KelvoProtocolControl::OpenTcp()
 void KelvoProtocolControl::CloseTcp()
 {
     shutTcp();
-    m_lost = false;
-    endWaitingCall();
+    m_tcpLost = false;
+    endWaitingCall(m_tcp.get());
 }
 
 bool KelvoProtocolControl::IsTcpOpen(int32_t &state)
@@ -177,12 +180,13 @@ void KelvoProtocolControl::shutSerial()
     m_closing = false;
 }
 
-void KelvoProtocolControl::endWaitingCall()
+void KelvoProtocolControl::endWaitingCall(QIODevice *closedLine)
 {
-    if (!m_loop)
+    if (!m_callLine || m_callLine != closedLine)
         return;
     m_cancelled = true;
-    m_loop->quit();
+    if (m_loop)
+        m_loop->quit();
 }
 
 QIODevice *KelvoProtocolControl::openLine() const
@@ -221,7 +225,7 @@ int16_t KelvoProtocolControl::execute(const QByteArray &name, const QList<QByteA
         return WrongEuroSettings;
     QIODevice *line = openLine();
     if (!line)
-        return m_lost ? NotConnected : PortNotOpen;
+        return lostFlag(UseTcp() == 1) ? NotConnected : PortNotOpen;
 
     QList<QByteArray> fields;
     fields.reserve(args.size() + 1);
@@ -234,8 +238,11 @@ int16_t KelvoProtocolControl::execute(const QByteArray &name, const QList<QByteA
     m_seq = Wire::nextSeq(m_seq);
 
     BusyScope busy(m_busy);
+    m_callLine = line;
     m_cancelled = false;
-    return exchange(line, seq, frame);
+    const int16_t result = exchange(line, seq, frame);
+    m_callLine = nullptr;
+    return result;
 }
 
 int16_t KelvoProtocolControl::exchange(QIODevice *line, char seq, const QByteArray &frame)
@@ -297,7 +304,7 @@ int16_t KelvoProtocolControl::exchange(QIODevice *line, char seq, const QByteArr
 int16_t KelvoProtocolControl::lineDropped(QIODevice *line)
 {
     if (!m_cancelled)
-        m_lost = true;
+        lostFlag(line == m_tcp.get()) = true;
     if (line == m_tcp.get())
         shutTcp();
     else

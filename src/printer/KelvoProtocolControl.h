@@ -56,7 +56,8 @@ private:
     void startConnection();
     void shutTcp();
     void shutSerial();
-    void endWaitingCall();
+    void endWaitingCall(QIODevice *closedLine);
+    bool &lostFlag(bool tcp) { return tcp ? m_tcpLost : m_serialLost; }
 
     int16_t exchange(QIODevice *line, char seq, const QByteArray &frame);
     int16_t lineDropped(QIODevice *line);
@@ -70,9 +71,13 @@ private:
     Wire::FrameDecoder m_decoder;
     char m_seq = '0';
     bool m_busy = false;
-    bool m_lost = false;       // the connection was refused or dropped since the port was last opened or closed
-    bool m_closing = false;    // the program is closing the line right now
-    bool m_cancelled = false;  // the port was closed while a command waited
+    // The connection was refused or dropped since the port was last opened or
+    // closed: commands then tell "not connected" rather than "port not open".
+    bool m_tcpLost = false;
+    bool m_serialLost = false;
+    bool m_closing = false;    // the program is closing a line right now
+    QIODevice *m_callLine = nullptr; // the line of the command under way
+    bool m_cancelled = false;  // the program closed that line while the command waited
     QEventLoop *m_loop = nullptr;
     TrafficObserver m_traffic;
 };
