@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+struct termios;
+
+// Serial line settings as "speed,parity,data bits,stop bits" ("9600,n,8,1"),
+// and as a terminal holds them.
+struct LineSettings
+{
+    int speed = 9600;
+    QChar parity = QLatin1Char('n'); // n e o m s
+    int dataBits = 8;                 // 5..8
+    QString stopBits = QStringLiteral("1"); // 1, 1.5, 2
+
+    static std::optional<LineSettings> parse(const QString &text);
+    QString text() const;
+
+    // What a terminal is set to; nothing when its speed is not a standard one.
+    static std::optional<LineSettings> fromTermios(const termios &t);
+    // Puts these settings on a terminal in raw mode.
+    bool applyTo(termios &t) const;
+
+    bool operator==(const LineSettings &) const = default;
+};

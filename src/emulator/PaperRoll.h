@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QFile>
+#include <QStringList>
+
+// The paper that comes out of the printer: a text file (UTF-8) that grows
+// line by line and is flushed at every line, so that it can be watched while
+// the emulator runs (tail -f). Without a file the lines are only counted.
+class PaperRoll
+{
+public:
+    bool open(const QString &path, QString *error);
+    void print(const QString &line);
+    void print(const QStringList &lines);
+    void cut(int width);          // the end of a document
+    qint64 linesPrinted() const { return m_lines; }
+    QStringList tail() const { return m_tail; } // the last lines, newest last
+
+private:
+    QFile m_file;
+    qint64 m_lines = 0;
+    QStringList m_tail;
+};

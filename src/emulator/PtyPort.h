@@ -1,0 +1,49 @@
+#pragma once
+
+#include "LineSettings.h"
+
+#include <QObject>
+
+class QSocketNotifier;
+
+// The printer's serial port: a pseudo-terminal whose terminal side is linked
+// as COMn in a folder, so that a program opens it as it would a real port.
+// The printer hears only what comes at its own line settings: before each
+// read it looks at the settings the program put on the terminal, and bytes
+// that came at other settings are ignored (a printer at another speed would
+// only see noise). close() hangs the line up, as a printer switched off.
+class PtyPort : public QObject
+{
+    Q_OBJECT
+public:
+    explicit PtyPort(QObject *parent = nullptr) : QObject(parent) {}
+    ~PtyPort() override;
+
+    bool open(const QString &folder, int comNumber, const LineSettings &own, QString *error);
+    void close();
+    bool isOpen() const { return m_master >= 0; }
+    QString linkPath() const { return m_link; }
+    QString devicePath() const { return m_device; }
+    LineSettings ownSettings() const { return m_own; }
+
+    void write(const QByteArray &bytes);
+    // The settings the program put on the terminal, when they can be read.
+    std::optional<LineSettings> terminalSettings() const;
+
+Q_SIGNALS:
+    void received(const QByteArray &bytes);
+    void ignored(const QByteArray &bytes, const QString &terminalSettings);
+
+private:
+    void onReadable();
+    void onWritable();
+
+    int m_master = -1;
+    int m_slave = -1; // held open so that the line stays up between programs
+    QSocketNotifier *m_reader = nullptr;
+    QSocketNotifier *m_writer = nullptr;
+    QByteArray m_pending;
+    LineSettings m_own;
+    QString m_link;
+    QString m_device;
+};

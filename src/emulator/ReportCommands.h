@@ -1,0 +1,30 @@
+#pragma once
+
+#include "CommandTable.h"
+
+class PrinterContext;
+struct Totals;
+
+// The daily closure (Z) into the fiscal memory, the eight X reports, the
+// print of the fiscal memory, and the resets of the PLU and promotion totals.
+class ReportCommands
+{
+public:
+    explicit ReportCommands(PrinterContext &ctx) : m_ctx(ctx) {}
+    void install(CommandTable &table);
+
+    enum class Report { Financial, Operator, Hourly, Department };
+
+private:
+    Reply closure(ArgReader &a);
+    Reply xReport(ArgReader &a, Report kind, bool period);
+    Reply fiscalMemory(ArgReader &a);
+    Reply resetPlu(ArgReader &a);
+    Reply resetPromo(ArgReader &a);
+
+    QStringList financialLines(const Totals &t) const;
+    QStringList vatLines(const Totals &t) const;
+    QStringList reportFooter() const;
+
+    PrinterContext &m_ctx;
+};

@@ -1,0 +1,69 @@
+#include "TrafficLog.h"
+
+#include "printer/Cp1252.h"
+
+#include <QDateTime>
+
+bool TrafficLog::open(const QString &path, QString *error)
+{
+    m_file.close();
+    if (path.isEmpty())
+        return true;
+    m_file.setFileName(path);
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text)) {
+        if (error)
+            *error = QStringLiteral("cannot open the traffic log %1: %2").arg(path, m_file.errorString());
+        return false;
+    }
+    return true;
+}
+
+QString TrafficLog::hex(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes.toHex(' ').toUpper());
+}
+
+QString TrafficLog::text(const QByteArray &bytes)
+{
+    static const char *names[32] = {"NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL", "BS", "HT", "LF",
+                                    "VT",  "FF",  "CR",  "SO",  "SI",  "DLE", "DC1", "DC2", "DC3", "DC4", "NAK",
+                                    "SYN", "ETB", "CAN", "EM",  "SUB", "ESC", "FS",  "GS",  "RS",  "US"};
+    QString out;
+    for (char c : bytes) {
+        const auto b = static_cast<unsigned char>(c);
+        if (b < 32)
+            out += QLatin1Char('<') + QLatin1String(names[b]) + QLatin1Char('>');
+        else if (b == 0x7F)
+            out += QStringLiteral("<DEL>");
+        else
+            out += Cp1252::decode(QByteArray(1, c));
+    }
+    return out;
+}
+
+void TrafficLog::bytes(const QString &peer, Direction d, const QByteArray &bytes, const QString &note)
+{
+    if (!m_file.isOpen())
+        return;
+    QString l = QStringLiteral("%1 %2 %3 ").arg(QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss.zzz")),
+                                                peer, d == Direction::In ? QStringLiteral("PC>PRN")
+                                                                         : QStringLiteral("PRN>PC"));
+    l += hex(bytes) + QStringLiteral(" | ") + text(bytes);
+    if (!note.isEmpty())
+        l += QStringLiteral("   (") + note + QLatin1Char(')');
+    line(l);
+}
+
+void TrafficLog::event(const QString &peer, const QString &text)
+{
+    if (!m_file.isOpen())
+        return;
+    line(QStringLiteral("%1 %2 -- %3").arg(QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss.zzz")), peer, text));
+}
+
+void TrafficLog::line(const QString &text)
+{
+    m_file.write(text.toUtf8());
+    m_file.write("\n");
+    m_file.flush();
+}
