@@ -1,169 +1,90 @@
-// Start-up as the technician meets it: the probe, the one message when no
-// printer answers, the setup before the main window, the settings that the
-// start reads, and the second instance that is sent away untouched. Also
-// the main form's roads into the setup and the date screen.
-#include "FakeFPControl.h"
-#include "ModalWatch.h"
+// Start-up as the technician meets it: the one message and the setup when no
+// printer answers, the settings read at the start, the second instance sent
+// away untouched; and the main form's roads to the setup and the date screen.
+#include "FormTestEnv.h"
 #include "app/DataOraForm.h"
 #include "app/FiscordaForm.h"
 #include "app/Main.h"
 #include "app/SingleInstance.h"
 #include "printer/SharedState.h"
-#include "settings/ProgramFolder.h"
-#include "ui/MsgBox.h"
 
 #include <QAction>
-#include <QFile>
 #include <QLabel>
 #include <QLockFile>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QtTest>
-#include <memory>
 
 class TestStartupSetup : public QObject
 {
     Q_OBJECT
-    FakeFPControl fake;
-    std::unique_ptr<QTemporaryDir> folder;
-    QStringList modalsSeen;
+    std::optional<FormTestEnv> env;
+    QStringList modals; // "form:button" of each modal form that came up
 
-    void writeSettings(const QString &body)
+    void leaveWhenShown(const QString &form, const QString &button)
     {
-        QFile file(folder->filePath(QStringLiteral("Settings.xml")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(QStringLiteral("<settings>%1</settings>").arg(body).toUtf8());
-    }
-    // Closes the setup when it comes, noting that it came.
-    void leaveSetupWhenShown()
-    {
-        whenModal(QStringLiteral("SetupPrnForm"), [this](QWidget *w) {
-            modalsSeen.append(w->objectName());
-            w->findChild<QPushButton *>(QStringLiteral("btnEsci"))->click();
+        whenModal(form, [=, this](QWidget *w) {
+            modals << w->objectName() + ":" + w->findChild<QPushButton *>(button)->text();
+            w->findChild<QPushButton *>(button)->click();
+            w->close();
         });
     }
     std::unique_ptr<FiscordaForm> start()
     {
-        return std::unique_ptr<FiscordaForm>(Main(&fake));
+        leaveWhenShown("SetupPrnForm", "btnEsci");
+        return std::unique_ptr<FiscordaForm>(Main(&env->fake));
     }
 
 private Q_SLOTS:
     void init()
     {
-        folder = std::make_unique<QTemporaryDir>();
-        SetProgramFolderForTests(folder->path());
-        fake = FakeFPControl();
-        gFPControl = nullptr;
+        env.emplace();
         gMaxNReparti = 0;
-        modalsSeen.clear();
-        MsgBox::startRecording();
+        modals.clear();
     }
-    void cleanup()
-    {
-        MsgBox::stopRecording();
-        SetProgramFolderForTests(QString());
-    }
+    void cleanup() { env.reset(); }
 
     void noFileNoPrinter()
     {
-        fake.comPortOpens = false;
-        leaveSetupWhenShown();
+        env->fake.comPortOpens = false;
         auto form = start();
-        QVERIFY(form);
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Registratore non collegato.\r\n"});
-        QCOMPARE(modalsSeen, QStringList{"SetupPrnForm"});
+        QCOMPARE(modals, QStringList{"SetupPrnForm:ESCI"});
         QVERIFY(form->isVisible());
         QCOMPARE(form->windowTitle(), QStringLiteral("Fiscorda - 1.0.48"));
         QCOMPARE(form->LabelModelloCassa->text(), QString());
-        QCOMPARE(fake.UseTcp(), 0);
-        QCOMPARE(int(fake.ComPort()), 1);
-        QCOMPARE(fake.ComSettings(), QStringLiteral("9600,n,8,1"));
-        QCOMPARE(fake.EuroSettings(), 2);
-        QCOMPARE(int(gMaxNReparti), 0); // stays as it was until the setup is saved
-        QCOMPARE(fake.count(QStringLiteral("ReadDateTime")), 0);
-        QVERIFY(!QFile::exists(folder->filePath(QStringLiteral("Settings.xml"))));
+        QCOMPARE(gMaxNReparti, 0); // no file: left as it was
     }
 
-    void printerThatAnswersGoesStraightToTheMainForm()
+    void settingsAtTheStart()
     {
-        fake.setProperty(QStringLiteral("MatricolaPrefix"), QStringLiteral("QM"));
-        fake.setProperty(QStringLiteral("MatricolaModel"), QStringLiteral("01"));
-        leaveSetupWhenShown();
+        env->fake.setProperty("MatricolaPrefix", "QM");
+        env->writeSettings("<mode>tcp</mode><comnumber>2</comnumber><maxnreparti>abc</maxnreparti>");
         auto form = start();
-        QVERIFY(MsgBox::shown().isEmpty());
-        QVERIFY(modalsSeen.isEmpty());
+        QVERIFY(MsgBox::shown().isEmpty() && modals.isEmpty());
         QCOMPARE(form->LabelModelloCassa->text(), QStringLiteral("KELVO KX90 II"));
-        QCOMPARE(fake.callNames().mid(0, 4), (QStringList{"OpenComPort", "IsComPortOpen", "IsComPortOpen", "ReadDateTime"}));
+        QCOMPARE(env->fake.callNames().mid(0, 4), QStringList({"OpenComPort", "IsComPortOpen", "IsComPortOpen", "ReadDateTime"}));
+        QVERIFY(env->fake.ComPort() == 2 && gMaxNReparti == 40); // lower-case "tcp" is the serial port
     }
 
-    void printerThatDoesNotAnswer()
-    {
-        fake.setDefaultResult(QStringLiteral("ReadDateTime"), 8);
-        fake.setDefaultResult(QStringLiteral("ReadMatricola"), 8);
-        leaveSetupWhenShown();
-        auto form = start();
-        QCOMPARE(MsgBox::shownTexts(),
-                 QStringList{"La stampante ha risposto ACK, ma entro il timeout non ha cominciato ad inviare la risposta.\r\n"});
-        QCOMPARE(modalsSeen, QStringList{"SetupPrnForm"});
-        QCOMPARE(form->LabelModelloCassa->text(), QStringLiteral("KELVO KX90"));
-    }
-
-    void lowerCaseTcpCountsAsSerial()
-    {
-        writeSettings(QStringLiteral("<mode>tcp</mode><comnumber>2</comnumber><maxnreparti>abc</maxnreparti>"));
-        auto form = start();
-        QCOMPARE(fake.UseTcp(), 0);
-        QCOMPARE(int(fake.ComPort()), 2);
-        QCOMPARE(fake.count(QStringLiteral("OpenTcp")), 0);
-        QCOMPARE(fake.count(QStringLiteral("OpenComPort")), 1);
-        QCOMPARE(int(gMaxNReparti), 40);
-    }
-
-    void fileSetsTheControl()
-    {
-        writeSettings(QStringLiteral("<mode>TCP</mode><tcpport>9100</tcpport><ipaddress>127.0.0.1</ipaddress>"
-                                     "<timeoutack>3</timeoutack><timeoutop>4</timeoutop><maxnreparti>55</maxnreparti>"));
-        auto form = start();
-        QCOMPARE(fake.UseTcp(), 1);
-        QCOMPARE(int(fake.TcpPort()), 9100);
-        QCOMPARE(fake.IpAddress(), QStringLiteral("127.0.0.1"));
-        QCOMPARE(int(fake.TimeoutAck()), 3);
-        QCOMPARE(int(fake.TimeoutOp()), 4);
-        QCOMPARE(int(gMaxNReparti), 55);
-        QCOMPARE(fake.count(QStringLiteral("OpenTcp")), 1);
-    }
-
-    void secondInstanceIsRefusedUntouched()
+    void secondInstanceRefusedUntouched()
     {
         SingleInstance::releaseForTests();
         QLockFile other(SingleInstance::lockPath());
         QVERIFY(other.tryLock(0));
-        auto form = start();
-        QVERIFY(!form);
+        QVERIFY(!start());
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programma Fiscorda già in esecuzione"});
-        QVERIFY(fake.calls.isEmpty());
-        QVERIFY(gFPControl == nullptr);
-        other.unlock();
+        QVERIFY(env->fake.calls.isEmpty());
     }
 
-    void menuOpensTheSetupAndInstallOpensTheDateInItsWizardRole()
+    void mainFormRoads()
     {
         auto form = start();
-        leaveSetupWhenShown();
+        leaveWhenShown("SetupPrnForm", "btnEsci");
         form->mSetupPrn->trigger();
-        QCOMPARE(modalsSeen, QStringList{"SetupPrnForm"});
-
         DataOraForm::WizardMode = false;
-        QString forward;
-        whenModal(QStringLiteral("DataOraForm"), [&forward](QWidget *w) {
-            auto *ok = w->findChild<QPushButton *>(QStringLiteral("btnOk"));
-            forward = ok->text();
-            ok->click(); // refused: no date set yet
-            w->close();  // the close box abandons the commissioning
-        });
+        leaveWhenShown("DataOraForm", "btnOk"); // refused without a date; the close box abandons
         form->btnInstall->click();
-        QCOMPARE(forward, QStringLiteral("AVANTI"));
-        QVERIFY(DataOraForm::WizardMode);
+        QCOMPARE(modals, QStringList({"SetupPrnForm:ESCI", "DataOraForm:AVANTI"}));
         QCOMPARE(MsgBox::shownTexts().last(), QStringLiteral("Impostare la Data/Ora prima di proseguire!"));
     }
 };

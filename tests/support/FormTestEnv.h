@@ -1,0 +1,71 @@
+#pragma once
+
+#include "FakeFPControl.h"
+#include "settings/ProgramFolder.h"
+#include "ui/MsgBox.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <optional>
+
+// What a form test stands on: a scriptable control as gFPControl, an empty
+// program folder of its own, and message boxes recorded instead of shown.
+struct FormTestEnv
+{
+    FakeFPControl fake;
+    QTemporaryDir folder;
+
+    FormTestEnv()
+    {
+        gFPControl = &fake;
+        SetProgramFolderForTests(folder.path());
+        MsgBox::startRecording();
+    }
+    ~FormTestEnv()
+    {
+        // Watches for forms that never came end with the test.
+        qDeleteAll(qApp->findChildren<QTimer *>(QStringLiteral("whenModal"), Qt::FindDirectChildrenOnly));
+        MsgBox::stopRecording();
+        SetProgramFolderForTests(QString());
+        gFPControl = nullptr;
+    }
+    QString settingsPath() const { return folder.filePath(QStringLiteral("Settings.xml")); }
+    void writeSettings(const QString &keys) const
+    {
+        QFile f(settingsPath());
+        if (f.open(QIODevice::WriteOnly))
+            f.write(("<settings>" + keys + "</settings>").toUtf8());
+    }
+    QString readSettings() const
+    {
+        QFile f(settingsPath());
+        return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
+    }
+};
+
+// For a form that a click or the start-up opens modally: acts on it as soon
+// as it is the active modal window; gives up after timeoutMs or with the
+// test's FormTestEnv.
+inline void whenModal(const QString &objectName, std::function<void(QWidget *)> action, int timeoutMs = 5000)
+{
+    auto *timer = new QTimer(qApp);
+    timer->setObjectName(QStringLiteral("whenModal"));
+    QElapsedTimer clock;
+    clock.start();
+    QObject::connect(timer, &QTimer::timeout, [=] {
+        QWidget *modal = QApplication::activeModalWidget();
+        const bool found = modal && modal->objectName() == objectName;
+        if (found || clock.hasExpired(timeoutMs)) {
+            timer->stop();
+            timer->deleteLater();
+        }
+        if (found)
+            action(modal);
+    });
+    timer->start(10);
+}
