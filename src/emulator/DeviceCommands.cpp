@@ -78,7 +78,7 @@ Reply DeviceCommands::setDateTime(ArgReader &a)
         if (target < lastMinute)
             return Reply::refuse(PrinterError::DateBefore);
     }
-    m_ctx.memory.clockOffset = m_ctx.systemClock().secsTo(target);
+    m_ctx.memory.clockOffsetMs = m_ctx.systemClock().msecsTo(target);
     m_ctx.changed();
     return Reply::ok();
 }

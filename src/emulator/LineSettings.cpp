@@ -120,3 +120,8 @@ bool LineSettings::applyTo(termios &t) const
     t.c_cc[VTIME] = 0;
     return true;
 }
+
+bool LineSettings::hears(const LineSettings &terminal) const
+{
+    return speed == terminal.speed && (stopBits == QLatin1String("1")) == (terminal.stopBits == QLatin1String("1"));
+}

@@ -22,5 +22,11 @@ struct LineSettings
     // Puts these settings on a terminal in raw mode.
     bool applyTo(termios &t) const;
 
+    // Whether a printer at these settings hears a program whose terminal is
+    // at the other ones. On a Linux pseudo-terminal the kernel keeps only the
+    // speed and the stop bits (it forces 8 data bits, no parity), so only
+    // these two can be compared there.
+    bool hears(const LineSettings &terminal) const;
+
     bool operator==(const LineSettings &) const = default;
 };

@@ -157,7 +157,7 @@ QJsonObject MemoryCodec::toJson(const PrinterMemory &m)
     return QJsonObject{
         {QStringLiteral("format"), FormatVersion},
         {QStringLiteral("serial"), m.serial},
-        {QStringLiteral("clockOffset"), m.clockOffset},
+        {QStringLiteral("clockOffsetMs"), m.clockOffsetMs},
         {QStringLiteral("iva"), iva},
         {QStringLiteral("departments"), deps},
         {QStringLiteral("cards"), cards},
@@ -186,8 +186,8 @@ QJsonObject MemoryCodec::toJson(const PrinterMemory &m)
 void MemoryCodec::fromJson(const QJsonObject &o, PrinterMemory &m)
 {
     m.serial = text(o[QStringLiteral("serial")], m.serial);
-    if (o[QStringLiteral("clockOffset")].isDouble())
-        m.clockOffset = o[QStringLiteral("clockOffset")].toInteger();
+    if (o[QStringLiteral("clockOffsetMs")].isDouble())
+        m.clockOffsetMs = o[QStringLiteral("clockOffsetMs")].toInteger();
     rows(o[QStringLiteral("iva")], m.iva, [](const QJsonValue &v, float &r) {
         if (v.isDouble())
             r = float(v.toDouble());

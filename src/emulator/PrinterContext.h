@@ -48,7 +48,7 @@ public:
 
     // The PC's clock; tests replace it.
     std::function<QDateTime()> systemClock = [] { return QDateTime::currentDateTime(); };
-    QDateTime now() const { return systemClock().addSecs(memory.clockOffset); }
+    QDateTime now() const { return systemClock().addMSecs(memory.clockOffsetMs); }
 
     // 1 when nothing fiscal happened since the last closure, above 1 after.
     int closureState() const;

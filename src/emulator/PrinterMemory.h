@@ -81,7 +81,7 @@ struct ClosureRecord
 struct PrinterMemory
 {
     QString serial;          // the printer that wrote it
-    qint64 clockOffset = 0;  // seconds between the printer's clock and the PC's
+    qint64 clockOffsetMs = 0; // the printer's clock less the PC's
 
     QList<float> iva;                // 4 rows
     QList<Department> departments;   // the configured count

@@ -68,7 +68,7 @@ QString PrinterModel::describe() const
         .arg(EmulatorConfig::modelName(c.config.model), c.config.effectiveSerial(), c.config.effectiveFirmware(),
              c.config.fiscalMemoryVersion)
         .arg(c.now().toString(QStringLiteral("dd-MM-yyyy HH:mm:ss")))
-        .arg(m.clockOffset)
+        .arg(m.clockOffsetMs / 1000)
         .arg(c.printerStatus())
         .arg(c.closureState())
         .arg(c.learningMode() ? QStringLiteral("on") : QStringLiteral("off"))

@@ -100,7 +100,7 @@ void PtyPort::onReadable()
     if (got.isEmpty())
         return;
     const auto settings = terminalSettings();
-    if (settings && *settings == m_own)
+    if (settings && m_own.hears(*settings))
         Q_EMIT received(got);
     else
         Q_EMIT ignored(got, settings ? settings->text() : QStringLiteral("unknown"));

@@ -11,7 +11,9 @@ class QSocketNotifier;
 // The printer hears only what comes at its own line settings: before each
 // read it looks at the settings the program put on the terminal, and bytes
 // that came at other settings are ignored (a printer at another speed would
-// only see noise). close() hangs the line up, as a printer switched off.
+// only see noise). Of the settings a pseudo-terminal keeps the speed and the
+// stop bits (see LineSettings::hears). close() hangs the line up, as a
+// printer switched off.
 class PtyPort : public QObject
 {
     Q_OBJECT

@@ -1,0 +1,165 @@
+// The emulator's serial port: a pseudo-terminal linked as COMn, answering
+// only at its own line settings, hung up by a power off.
+
+#include "EmulatorTestKit.h"
+
+#include "emulator/LineSettings.h"
+
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+using namespace Kit;
+using Kind = Wire::FrameDecoder::Kind;
+
+namespace {
+
+// The program's end of the line, as plain POSIX.
+class Terminal
+{
+public:
+    ~Terminal() { close(); }
+    bool open(const QString &path)
+    {
+        fd = ::open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        return fd >= 0;
+    }
+    void close()
+    {
+        if (fd >= 0)
+            ::close(fd);
+        fd = -1;
+    }
+    bool set(const QString &settings)
+    {
+        termios t{};
+        return tcgetattr(fd, &t) == 0 && LineSettings::parse(settings)->applyTo(t) && tcsetattr(fd, TCSANOW, &t) == 0
+               && tcflush(fd, TCIOFLUSH) == 0;
+    }
+    void send(char seq, const QList<QByteArray> &fields)
+    {
+        const QByteArray f = Wire::encodeFrame(seq, fields);
+        QCOMPARE(::write(fd, f.constData(), size_t(f.size())), ssize_t(f.size()));
+    }
+    QList<Wire::FrameDecoder::Event> collect(int ms, int count)
+    {
+        QList<Wire::FrameDecoder::Event> events;
+        waitFor([&] {
+            char buf[512];
+            ssize_t n;
+            while ((n = ::read(fd, buf, sizeof buf)) > 0)
+                decoder.feed(QByteArray(buf, int(n)));
+            hungUp = hungUp || n == 0 || (n < 0 && errno == EIO);
+            while (auto e = decoder.next())
+                events << *e;
+            return int(events.size()) >= count;
+        }, ms);
+        return events;
+    }
+    int fd = -1;
+    bool hungUp = false;
+    Wire::FrameDecoder decoder;
+};
+
+} // namespace
+
+class TestPtyLine : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir dir;
+
+private Q_SLOTS:
+    void answersOnlyAtItsOwnSettings()
+    {
+        EmulatorServer emu{EmulatorConfig()};
+        QVERIFY(emu.start());
+        QString error;
+        QVERIFY2(emu.openPty(dir.path(), 7, QStringLiteral("19200,e,7,1"), &error), qPrintable(error));
+        QCOMPARE(emu.ptyLink(), dir.filePath(QStringLiteral("COM7")));
+        QVERIFY(QFileInfo(emu.ptyLink()).isSymLink());
+
+        Terminal t;
+        QVERIFY(t.open(emu.ptyLink()));
+        for (const char *wrong : {"9600,e,7,1", "38400,e,7,1", "19200,e,7,2"}) {
+            QVERIFY(t.set(QString::fromLatin1(wrong)));
+            t.send('0', {"ReadDateTime"});
+            QVERIFY2(t.collect(300, 1).isEmpty(), wrong);
+        }
+        // Parity and data bits never reach a pseudo-terminal (the kernel
+        // keeps 8 data bits, no parity): only speed and stop bits count.
+        QVERIFY(t.set(QStringLiteral("19200,n,8,1")));
+        t.send('1', {"ReadReparto", "1"});
+        const auto events = t.collect(2000, 2);
+        QCOMPARE(events.size(), 2);
+        QCOMPARE(events[0].kind, Kind::Ack);
+        QCOMPARE(events[1].seq, '1');
+        QCOMPARE(field(events[1], "RepartoDescrizione"), QStringLiteral("ALIMENTARI"));
+
+        // A half frame at the wrong speed does not spoil the next good one.
+        QVERIFY(t.set(QStringLiteral("9600,e,7,1")));
+        QCOMPARE(::write(t.fd, "\x02" "2Read", 6), ssize_t(6));
+        QVERIFY(t.collect(300, 1).isEmpty());
+        QVERIFY(t.set(QStringLiteral("19200,e,7,1")));
+        t.send('3', {"ReadIva", "3"});
+        const auto clean = t.collect(2000, 2);
+        QCOMPARE(clean.value(0).kind, Kind::Ack);
+        QCOMPARE(field(clean.value(1), "IvaAliquota"), QStringLiteral("5"));
+    }
+
+    void powerOffHangsUpAndPowerOnComesBack()
+    {
+        EmulatorServer emu{EmulatorConfig()};
+        QVERIFY(emu.start());
+        QVERIFY(emu.openPty(dir.path(), 8));
+        Terminal t;
+        QVERIFY(t.open(emu.ptyLink()));
+        QVERIFY(t.set(QStringLiteral("9600,n,8,1")));
+        t.send('0', {"ReadDateTime"});
+        QCOMPARE(t.collect(2000, 2).size(), 2);
+
+        emu.setPower(false);
+        t.collect(500, 1);
+        pollfd p{t.fd, POLLIN, 0};
+        QCOMPARE(::poll(&p, 1, 0), 1);
+        QVERIFY(p.revents & POLLHUP);
+        QVERIFY(t.hungUp);
+
+        emu.setPower(true);
+        Terminal again;
+        QVERIFY(again.open(emu.ptyLink())); // the link now names the new line
+        QVERIFY(again.set(QStringLiteral("9600,n,8,1")));
+        again.send('0', {"ReadDateTime"});
+        QCOMPARE(again.collect(2000, 2).size(), 2);
+    }
+
+    void linkGoesWithTheEmulatorAndFilesAreLeftAlone()
+    {
+        const QString link = dir.filePath(QStringLiteral("COM9"));
+        {
+            EmulatorServer emu{EmulatorConfig()};
+            QVERIFY(emu.start());
+            QVERIFY(emu.openPty(dir.path(), 9));
+            QVERIFY(QFileInfo(link).isSymLink());
+        }
+        QVERIFY(!QFileInfo(link).exists() && !QFileInfo(link).isSymLink());
+
+        QFile plain(link);
+        QVERIFY(plain.open(QIODevice::WriteOnly));
+        plain.close();
+        EmulatorServer emu{EmulatorConfig()};
+        QVERIFY(emu.start());
+        QString error;
+        QVERIFY(!emu.openPty(dir.path(), 9, QStringLiteral("9600,n,8,1"), &error));
+        QVERIFY(error.contains(QStringLiteral("not a link")));
+        QVERIFY(QFileInfo(link).isFile());
+        QVERIFY(!emu.openPty(dir.path(), 10, QStringLiteral("9600,x,8,1"), &error));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPtyLine)
+#include "tst_PtyLine.moc"
