@@ -1,0 +1,221 @@
+// The program's control talking to the emulator over real loopback TCP and
+// over a pseudo-terminal: every result code of the control, reached through
+// the emulator's fault switches.
+
+#include "EmulatorTestKit.h"
+
+#include "printer/KelvoProtocolControl.h"
+#include "settings/ProgramFolder.h"
+
+#include <QTemporaryDir>
+#include <QTimer>
+
+using namespace Kit;
+using Fault = FaultSwitches::Wire;
+
+class TestControlEndToEnd : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir dir;
+    std::unique_ptr<EmulatorServer> emu;
+    std::unique_ptr<KelvoProtocolControl> ctl;
+    static constexpr int Com = 61;
+
+    bool tcp() const
+    {
+        QFETCH_GLOBAL(QString, transport);
+        return transport == QLatin1String("tcp");
+    }
+
+    // A control configured for the transport of this row, not yet open.
+    std::unique_ptr<KelvoProtocolControl> makeControl() const
+    {
+        auto c = std::make_unique<KelvoProtocolControl>();
+        c->setEuroSettings(2);
+        c->setTimeoutAck(1);
+        c->setTimeoutOp(1);
+        c->setUseTcp(tcp() ? 1 : 0);
+        c->setIpAddress(QStringLiteral("127.0.0.1"));
+        c->setTcpPort(int16_t(emu->tcpPort()));
+        c->setComPort(Com);
+        c->setComSettings(QStringLiteral("9600,n,8,1"));
+        return c;
+    }
+
+    bool open(KelvoProtocolControl &c) const
+    {
+        if (tcp())
+            return c.OpenTcp() == 0;
+        c.OpenComPort();
+        return c.IsComPortOpen();
+    }
+
+private Q_SLOTS:
+    void initTestCase_data()
+    {
+        QTest::addColumn<QString>("transport");
+        QTest::newRow("tcp") << QStringLiteral("tcp");
+        QTest::newRow("pty") << QStringLiteral("pty");
+    }
+
+    void init()
+    {
+        SetProgramFolderForTests(dir.path()); // where the control looks for COMn
+        emu = std::make_unique<EmulatorServer>(EmulatorConfig());
+        QVERIFY(emu->start());
+        QVERIFY(emu->listenTcp(QHostAddress::LocalHost, 0));
+        QString error;
+        QVERIFY2(emu->openPty(dir.path(), Com, QStringLiteral("9600,n,8,1"), &error), qPrintable(error));
+        ctl = makeControl();
+        QVERIFY(open(*ctl));
+    }
+
+    void cleanup()
+    {
+        ctl.reset();
+        emu.reset();
+        SetProgramFolderForTests(QString());
+    }
+
+    void answersAndRefusals()
+    {
+        QCOMPARE(ctl->ReadDateTime(), int16_t(0));
+        QVERIFY(ctl->DateTime().isValid());
+
+        int16_t row = 9;
+        QCOMPARE(ctl->WriteIva(9, 10.0f), int16_t(-1));
+        QCOMPARE(ctl->ErrorCode(), int16_t(16));
+        int16_t op = 1;
+        QCOMPARE(ctl->SellReparto(op, 1.0f, QString(), Currency::fromUnits(2), row, 1), int16_t(-1));
+        QCOMPARE(ctl->ErrorCode(), int16_t(22));
+
+        const QString text = QStringLiteral("CAFFÈ € àèìòù");
+        QCOMPARE(ctl->WriteReparto(4, text, {}, {}, {}, 0, 1, Currency::fromUnits(50), 0, 0, QString()), int16_t(0));
+        row = 4;
+        QCOMPARE(ctl->ReadReparto(row), int16_t(0));
+        QCOMPARE(ctl->RepartoDescrizione(), text);
+        QCOMPARE(ctl->RepartoLimite(), Currency::fromUnits(50));
+        QCOMPARE(ctl->ErrorCode(), int16_t(0));
+
+        // A receipt paid in two parts, then the journal read line by line to 3102.
+        QCOMPARE(ctl->SellReparto(op, 2.0f, QStringLiteral("ESPRESSO"), Currency::fromScaled(12000), row, 1), int16_t(0));
+        QCOMPARE(ctl->PayReceipt(op, QString(), Currency::fromUnits(1), 0, 0, 1), int16_t(0));
+        QCOMPARE(ctl->PaymentResidue(), Currency::fromScaled(14000));
+        QCOMPARE(ctl->PayReceipt(op, QString(), Currency(), 2, 0, 1), int16_t(0));
+        QCOMPARE(ctl->PaymentResidue(), Currency());
+        const QDate today = emu->model().context().now().date();
+        const auto d = int16_t(today.day()), m = int16_t(today.month()), y = int16_t(today.year());
+        QStringList lines;
+        int16_t result = ctl->ReadDgfeByDate(1, d, m, y, d, m, y, true);
+        while (result == 0) {
+            lines << ctl->DgfeLine();
+            if (ctl->InfoCode() == 3102)
+                break;
+            result = ctl->ReadDgfeByDate(1, d, m, y, d, m, y, false);
+        }
+        QCOMPARE(result, int16_t(0));
+        QCOMPARE(lines, emu->model().memory().journal.entries().last().lines);
+        QVERIFY(lines.join('\n').contains(QStringLiteral("ESPRESSO")));
+    }
+
+    void lineFaultsGiveTheirResults()
+    {
+        int16_t n = 1;
+        emu->faults().set(Fault::CutAnswer, 1);
+        QCOMPARE(ctl->ReadIva(n), int16_t(3));
+        emu->faults().set(Fault::BadChecksum, 1);
+        QCOMPARE(ctl->ReadIva(n), int16_t(4));
+        emu->faults().set(Fault::NoAck, 1);
+        QCOMPARE(ctl->ReadIva(n), int16_t(7));
+        emu->faults().set(Fault::Nak, 3);
+        QCOMPARE(ctl->ReadIva(n), int16_t(7));
+        emu->faults().set(Fault::Nak, 2); // two NAKs are retried through
+        QCOMPARE(ctl->ReadIva(n), int16_t(0));
+        emu->faults().set(Fault::AckOnly, 1);
+        QCOMPARE(ctl->ReadIva(n), int16_t(8));
+        emu->faults().slowMs = 1600;
+        QCOMPARE(ctl->ReadIva(n), int16_t(8));
+        emu->faults().slowMs = 0;
+        QTest::qWait(800); // the late answer of the slow call arrives meanwhile
+
+        // After all that the line is sound again, and stale answers are passed over.
+        emu->faults().set(Fault::Stale, FaultSwitches::Always);
+        n = 2;
+        QCOMPARE(ctl->ReadIva(n), int16_t(0));
+        QCOMPARE(ctl->IvaAliquota(), 10.0f);
+        n = 3;
+        QCOMPARE(ctl->ReadIva(n), int16_t(0));
+        QCOMPARE(ctl->IvaAliquota(), 5.0f);
+    }
+
+    void printerRefusalsFromItsSwitches()
+    {
+        int16_t op = 1;
+        emu->model().setPaperOut(true);
+        QCOMPARE(ctl->PrintXFinanziarioGiorno(1), int16_t(-1));
+        QCOMPARE(ctl->ErrorCode(), int16_t(2));
+        emu->model().setPaperOut(false);
+        emu->model().setOffline(true);
+        QCOMPARE(ctl->FiscalClosure(op), int16_t(-1));
+        QCOMPARE(ctl->ErrorCode(), int16_t(3));
+        QCOMPARE(ctl->ReadPrinterInfo(1), int16_t(0));
+        QCOMPARE(ctl->PrinterStatus(), QStringLiteral("3011"));
+    }
+
+    void callDuringACallIsBusy()
+    {
+        emu->faults().slowMs = 400;
+        int16_t inner = 0;
+        QTimer::singleShot(100, this, [&] {
+            int16_t n = 1;
+            inner = ctl->ReadIva(n);
+        });
+        QCOMPARE(ctl->ReadDateTime(), int16_t(0));
+        QCOMPARE(inner, int16_t(9));
+    }
+
+    void powerOffIsNotConnected()
+    {
+        QCOMPARE(ctl->ReadDateTime(), int16_t(0));
+        emu->setPower(false);
+        QTest::qWait(200);
+        QCOMPARE(ctl->ReadDateTime(), int16_t(1));
+        if (tcp())
+            QCOMPARE(ctl->OpenTcp(), int32_t(1)); // refused while off
+        emu->setPower(true);
+        auto again = makeControl();
+        QVERIFY(open(*again));
+        QCOMPARE(again->ReadDateTime(), int16_t(0));
+    }
+
+    void resultsOfTheControlItself()
+    {
+        auto closed = makeControl();
+        QCOMPARE(closed->ReadDateTime(), int16_t(2));
+        ctl->setEuroSettings(0);
+        QCOMPARE(ctl->ReadDateTime(), int16_t(5));
+        ctl->setEuroSettings(2);
+        QString missing = dir.filePath(QStringLiteral("missing_80.bin"));
+        QCOMPARE(ctl->LoadLogoFile(missing), int16_t(6));
+        QCOMPARE(ctl->ReadDateTime(), int16_t(0));
+    }
+
+    void wrongSpeedIsSilentRightSpeedAnswers()
+    {
+        if (tcp())
+            QSKIP("a line speed exists on the serial road only");
+        ctl->CloseComPort();
+        for (const char *speed : {"19200", "38400", "57600", "9600"}) {
+            ctl->setComSettings(QStringLiteral("%1,n,8,1").arg(QLatin1String(speed)));
+            ctl->OpenComPort();
+            QVERIFY(ctl->IsComPortOpen());
+            const int16_t result = ctl->ReadDateTime();
+            QCOMPARE(result, int16_t(QLatin1String(speed) == QLatin1String("9600") ? 0 : 7));
+            ctl->CloseComPort();
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestControlEndToEnd)
+#include "tst_ControlEndToEnd.moc"
