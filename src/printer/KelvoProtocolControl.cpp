@@ -72,12 +72,12 @@ void KelvoProtocolControl::OpenComPort()
         m_serial = std::make_unique<QSerialPort>();
         QObject::connect(m_serial.get(), &QSerialPort::errorOccurred, m_serial.get(),
                          [this](QSerialPort::SerialPortError error) {
-                             // A line hung up or a device gone: the port closes.
+                             // A line hung up or a device gone: the port closes (which also
+                             // wakes a command waiting on it).
                              if (error != QSerialPort::ResourceError || m_closing)
                                  return;
                              m_serialLost = true;
                              shutSerial();
-                             endWaitingCall(m_serial.get());
                          });
     }
     m_serial->setPortName(SerialLine::devicePath(ComPort()));
@@ -114,7 +114,6 @@ int32_t KelvoProtocolControl::OpenTcp()
             if (m_closing)
                 return;
             m_tcpLost = true; // the printer closed the connection
-            endWaitingCall(m_tcp.get());
         });
     }
 
