@@ -4,7 +4,10 @@
 #include "settings/RunTimeError.h"
 #include "ui/MsgBox.h"
 
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QMessageBox>
+#include <QTranslator>
 #include <cstdio>
 #include <cstdlib>
 
@@ -12,6 +15,12 @@ FiscordaApplication::FiscordaApplication(int &argc, char **argv) : QApplication(
 {
     setApplicationName(QStringLiteral("Fiscorda"));
     setApplicationVersion(ProgramVersionText());
+    // Qt's own texts (file dialogs, date pickers, context menus) in Italian,
+    // like the rest of the interface, when the translations are installed.
+    auto *translator = new QTranslator(this);
+    if (translator->load(QLocale(QLocale::Italian, QLocale::Italy), QStringLiteral("qtbase"), QStringLiteral("_"),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        installTranslator(translator);
 }
 
 bool FiscordaApplication::notify(QObject *receiver, QEvent *event)

@@ -1,5 +1,6 @@
 #include "MsgBox.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 
 namespace {
@@ -39,6 +40,14 @@ QMessageBox::StandardButton MsgBox::show(const QString &text, QMessageBox::Stand
     }
     QMessageBox box(icon, caption, text, buttons, QApplication::activeWindow());
     box.setObjectName(QStringLiteral("MsgBox"));
+    // The interface is Italian whatever translations the system carries.
+    static const struct { QMessageBox::StandardButton button; const char *text; } italian[] = {
+        {QMessageBox::Ok, "OK"}, {QMessageBox::Yes, "Sì"}, {QMessageBox::No, "No"}, {QMessageBox::Cancel, "Annulla"},
+    };
+    for (const auto &b : italian) {
+        if (QAbstractButton *button = box.button(b.button))
+            button->setText(QString::fromUtf8(b.text));
+    }
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
