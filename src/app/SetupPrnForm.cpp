@@ -9,6 +9,7 @@
 #include "settings/RunTimeError.h"
 #include "settings/XmlSettings.h"
 #include "ui/MsgBox.h"
+#include "ui/Named.h"
 #include "ui/ReportResult.h"
 
 #include <QApplication>
@@ -31,13 +32,6 @@ const QString kParametersNote = QStringLiteral(
     "I parametri di comunicazione devono coincidere con quelli impostati sulla Stampante, collegare una tastiera "
     "alla stampante fiscale e  verificare i parametri mediante il menù: 7171 + Chiave + funzione 17");
 const QString kFlagNote = QStringLiteral("Impostare la flag S14-27 (7171 + C + 14) al valore NO ACK TX/RX P.C.");
-
-template <typename W>
-W *named(W *widget, const char *name)
-{
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
 }
 
 SetupPrnForm::SetupPrnForm(QWidget *parent) : QDialog(parent)

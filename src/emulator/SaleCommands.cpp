@@ -57,6 +57,18 @@ std::optional<Reply> SaleCommands::checkDepartment(int dept) const
     return std::nullopt;
 }
 
+// What a sale and a void of an item have to pass before anything else.
+std::optional<Reply> SaleCommands::checkItem(int op, int dept, double qty, Currency price) const
+{
+    if (auto r = checkOperator(op))
+        return r;
+    if (auto r = checkDepartment(dept))
+        return r;
+    if (qty <= 0 || qty > 9999 || price.scaled() <= 0)
+        return Reply::refuse(PrinterError::BadValue);
+    return std::nullopt;
+}
+
 std::optional<Reply> SaleCommands::itemsClosed(int op) const
 {
     const auto &r = m_ctx.receipt;
@@ -92,12 +104,8 @@ Reply SaleCommands::sell(ArgReader &a)
     a.longInt();
     if (!a.ok())
         return a.failure();
-    if (auto r = checkOperator(op))
+    if (auto r = checkItem(op, dept, qty, price))
         return *r;
-    if (auto r = checkDepartment(dept))
-        return *r;
-    if (qty <= 0 || qty > 9999 || price.scaled() <= 0)
-        return Reply::refuse(PrinterError::BadValue);
     const Department &d = m_ctx.memory.departments[dept - 1];
     if (d.limit.scaled() > 0 && price > d.limit)
         return Reply::refuse(PrinterError::OverLimit);
@@ -156,12 +164,8 @@ Reply SaleCommands::storno(ArgReader &a)
     a.integer();
     if (!a.ok())
         return a.failure();
-    if (auto r = checkOperator(op))
+    if (auto r = checkItem(op, dept, qty, price))
         return *r;
-    if (auto r = checkDepartment(dept))
-        return *r;
-    if (qty <= 0 || qty > 9999 || price.scaled() <= 0)
-        return Reply::refuse(PrinterError::BadValue);
     if (auto r = itemsClosed(op))
         return *r;
     const Currency amount = lineAmount(qty, price);

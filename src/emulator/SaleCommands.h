@@ -28,6 +28,7 @@ private:
 
     std::optional<Reply> checkOperator(int op) const;
     std::optional<Reply> checkDepartment(int dept) const;
+    std::optional<Reply> checkItem(int op, int dept, double qty, Currency price) const;
     // The open receipt when items may still be added or changed, else the refusal.
     std::optional<Reply> itemsClosed(int op) const;
     void openReceipt(int op);
