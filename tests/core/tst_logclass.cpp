@@ -2,22 +2,12 @@
 #include "settings/LogClass.h"
 #include "settings/RunTimeError.h"
 
+#include "TestFiles.h"
+
 #include <QtTest>
 
-namespace {
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-}
+using TestFiles::contentOf;
+using TestFiles::writeFile;
 
 class TestLogClass : public QObject
 {

@@ -5,6 +5,8 @@
 #include "settings/RunTimeError.h"
 #include "settings/XmlSettings.h"
 
+#include "TestFiles.h"
+
 #include <QtTest>
 
 #ifdef Q_OS_UNIX
@@ -12,20 +14,8 @@
 #include <sys/resource.h>
 #endif
 
-namespace {
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-}
+using TestFiles::contentOf;
+using TestFiles::writeFile;
 
 class TestXmlSettings : public QObject
 {
