@@ -1,19 +1,12 @@
 #include "PaperRoll.h"
 
+#include "AppendFile.h"
+
 static constexpr int TailLines = 200;
 
 bool PaperRoll::open(const QString &path, QString *error)
 {
-    m_file.close();
-    if (path.isEmpty())
-        return true;
-    m_file.setFileName(path);
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text)) {
-        if (error)
-            *error = QStringLiteral("cannot open the paper roll %1: %2").arg(path, m_file.errorString());
-        return false;
-    }
-    return true;
+    return openForAppend(m_file, path, QStringLiteral("paper roll"), error);
 }
 
 void PaperRoll::print(const QString &line)

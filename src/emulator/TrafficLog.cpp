@@ -1,21 +1,14 @@
 #include "TrafficLog.h"
 
+#include "AppendFile.h"
+
 #include "printer/Cp1252.h"
 
 #include <QDateTime>
 
 bool TrafficLog::open(const QString &path, QString *error)
 {
-    m_file.close();
-    if (path.isEmpty())
-        return true;
-    m_file.setFileName(path);
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text)) {
-        if (error)
-            *error = QStringLiteral("cannot open the traffic log %1: %2").arg(path, m_file.errorString());
-        return false;
-    }
-    return true;
+    return openForAppend(m_file, path, QStringLiteral("traffic log"), error);
 }
 
 QString TrafficLog::hex(const QByteArray &bytes)
