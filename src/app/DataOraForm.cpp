@@ -1,5 +1,7 @@
 #include "DataOraForm.h"
 
+#include "commissioning/InstallHeaderForm.h"
+
 #include "printer/KelvoFPControl.h"
 #include "ui/MsgBox.h"
 #include "ui/ReportResult.h"
@@ -155,5 +157,7 @@ void DataOraForm::btnOk_Click()
         return;
     }
     accept();
-    // The commissioning goes on here: InstallHeaderForm, StandaloneMode false, shown modally.
+    InstallHeaderForm::StandaloneMode = false;
+    InstallHeaderForm next(parentWidget());
+    next.exec();
 }

@@ -3,6 +3,10 @@
 #include "DataOraForm.h"
 #include "SetupPrnForm.h"
 #include "SplashForm.h"
+#include "decommissioning/RemoveStepForm.h"
+#include "journal/GiornaleDGFEForm.h"
+#include "programming/XmlViewForm.h"
+#include "simulator/KelvoFpSimulaForm.h"
 #include "printer/Connection.h"
 #include "printer/KelvoFPControl.h"
 #include "printer/PrinterIdentity.h"
@@ -181,9 +185,23 @@ void FiscordaForm::btnInstall_Click()
     form.exec();
 }
 
-void FiscordaForm::btnRemove_Click() {}
-void FiscordaForm::btnDGFE_Click() {}
-void FiscordaForm::btnSimul_Click() {}
+void FiscordaForm::btnRemove_Click()
+{
+    RemoveStepForm form(this);
+    form.exec();
+}
+
+void FiscordaForm::btnDGFE_Click()
+{
+    GiornaleDGFEForm form(this);
+    form.exec();
+}
+
+void FiscordaForm::btnSimul_Click()
+{
+    KelvoFpSimulaForm form(this);
+    form.exec();
+}
 
 void FiscordaForm::btnEsci_Click()
 {
@@ -197,8 +215,16 @@ void FiscordaForm::mSetupPrn_Click()
     form.exec();
 }
 
-void FiscordaForm::mXmlRead_Click() {}
-void FiscordaForm::mPrnRead_Click() {}
+void FiscordaForm::mXmlRead_Click()
+{
+}
+
+void FiscordaForm::mPrnRead_Click()
+{
+    XmlViewForm::FormMode = 1;
+    XmlViewForm form(this);
+    form.exec();
+}
 
 void FiscordaForm::mAbout_Click()
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Currency.h"
+#include "settings/Currency.h"
 
 #include <QByteArray>
 #include <QDateTime>

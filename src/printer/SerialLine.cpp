@@ -54,7 +54,10 @@ std::optional<Settings> parse(const QString &text)
 QString devicePath(int comPort)
 {
     const QString local = QDir(ProgramFolder()).filePath(QStringLiteral("COM%1").arg(comPort));
-    if (QFileInfo::exists(local))
+    // A link called COMn is the technician's choice and always wins, even
+    // when its target is gone: then the port fails to open, as it should.
+    const QFileInfo info(local);
+    if (info.isSymLink() || info.exists())
         return local;
     return QStringLiteral("/dev/ttyS%1").arg(comPort - 1);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "printer/Currency.h"
+#include "settings/Currency.h"
 
 #include <QString>
 #include <cstdint>

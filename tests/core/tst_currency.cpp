@@ -1,6 +1,6 @@
 // Money is exact: scaled by 10000 and never through binary floating point
 // when it comes from text.
-#include "printer/Currency.h"
+#include "settings/Currency.h"
 #include "printer/WireValue.h"
 
 #include <QtTest>

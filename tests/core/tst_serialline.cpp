@@ -117,9 +117,16 @@ private Q_SLOTS:
         QVERIFY(QFile::link(QStringLiteral("/dev/null"), folder.filePath(QStringLiteral("COM3"))));
         QCOMPARE(SerialLine::devicePath(3), folder.filePath(QStringLiteral("COM3")));
         QCOMPARE(SerialLine::devicePath(4), QStringLiteral("/dev/ttyS3"));
-        // A link that leads nowhere names no device.
+        // A link whose device is gone (an unplugged adapter) still names the
+        // port: it fails to open instead of falling back to /dev/ttyS4.
         QVERIFY(QFile::link(folder.filePath(QStringLiteral("gone")), folder.filePath(QStringLiteral("COM5"))));
-        QCOMPARE(SerialLine::devicePath(5), QStringLiteral("/dev/ttyS4"));
+        QCOMPARE(SerialLine::devicePath(5), folder.filePath(QStringLiteral("COM5")));
+        KelvoProtocolControl control;
+        control.setUseTcp(0);
+        control.setComPort(5);
+        control.OpenComPort();
+        QVERIFY(!control.IsComPortOpen());
+        SetProgramFolderForTests(QString());
     }
 
     void requestAndAnswerOverAPseudoTerminal()

@@ -94,8 +94,11 @@ private Q_SLOTS:
         form.btnOk->click();
         QVERIFY(form.isVisible());
         form.btnSet->click();
+        QString next;
+        whenModal(QStringLiteral("InstallHeaderForm"), [&](QWidget *w) { next = w->objectName(); w->close(); });
         form.btnOk->click();
         QVERIFY(!form.isVisible());
+        QCOMPARE(next, QStringLiteral("InstallHeaderForm")); // the chain's next step
     }
 };
 

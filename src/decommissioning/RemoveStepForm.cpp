@@ -1,0 +1,8 @@
+#include "RemoveStepForm.h"
+
+RemoveStepForm::RemoveStepForm(QWidget *parent)
+    : QDialog(parent)
+{
+    setObjectName(QStringLiteral("RemoveStepForm"));
+    setWindowTitle(QStringLiteral("Disintallazione"));
+}
