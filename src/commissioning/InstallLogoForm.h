@@ -3,13 +3,31 @@
 #include <QDialog>
 #include <cstdint>
 
-// "Logo": the graphic logos of the receipt.
+class QCheckBox;
+class QPushButton;
+
+// "Logo": the commissioning's logo step. It opens the screens that send the
+// standard or a personal logo and clears the printer's logo memory; nothing
+// is sent from here when it is left.
 class InstallLogoForm : public QDialog
 {
     Q_OBJECT
 public:
-    // false inside the commissioning, true from the simulator's menu.
+    // Set by the opener before the form is created: false inside the
+    // commissioning, true from the simulator's menu.
     static bool StandaloneMode;
 
     explicit InstallLogoForm(QWidget *parent = nullptr);
+
+    QCheckBox *chkLogo;
+    QPushButton *btnLogoStd;
+    QPushButton *btnLogoPers;
+    QPushButton *btnDelLoghi;
+    QPushButton *btnNext;
+
+    void chkLogo_Click();
+    void btnLogoStd_Click();
+    void btnLogoPers_Click();
+    void btnDelLoghi_Click();
+    void btnNext_Click();
 };
