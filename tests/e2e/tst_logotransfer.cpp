@@ -1,0 +1,178 @@
+// The logo screens against the emulated printer over the real control: a
+// standard logo of the installation lands in the logo memory and heads the
+// next receipt; a transfer that the line cuts half-way ends in the failure
+// message and leaves the memory and the logo number alone; the older file
+// road of a KX90 with firmware 1; the memory clear.
+#include "FormTestEnv.h"
+#include "TestFiles.h"
+#include "commissioning/InstallLogoForm.h"
+#include "commissioning/LoghiForm.h"
+#include "commissioning/LoghiPersForm.h"
+#include "emulator/EmulatorServer.h"
+#include "printer/KelvoProtocolControl.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest>
+
+class TestLogoTransfer : public QObject
+{
+    Q_OBJECT
+    std::optional<FormTestEnv> env;
+    std::optional<EmulatorServer> emu;
+    std::optional<KelvoProtocolControl> control;
+
+    void start(EmulatorConfig::Model model, const QString &firmware = QString())
+    {
+        EmulatorConfig config;
+        config.model = model;
+        config.firmware = firmware;
+        emu.emplace(config);
+        QVERIFY(emu->start());
+        control.emplace();
+        control->setEuroSettings(2);
+        gFPControl = &*control;
+        // TcpPort is a 16-bit Integer: the emulator listens below 32768.
+        quint16 port = 20000 + QCoreApplication::applicationPid() % 5000;
+        while (!emu->listenTcp(QHostAddress::LocalHost, port))
+            ++port;
+        control->setUseTcp(1);
+        control->setIpAddress("127.0.0.1");
+        control->setTcpPort(int16_t(port));
+        control->OpenTcp();
+    }
+    // The standard logos as the installation ships them, beside the tests.
+    static QString shippedFolder() { return QDir(QCoreApplication::applicationDirPath()).filePath("LoghiStandard"); }
+    static QByteArray shipped(const QString &name) { return TestFiles::contentOf(QDir(shippedFolder()).filePath(name)); }
+    PrinterMemory &memory() { return emu->model().memory(); }
+    int param(int n) { return memory().params.value(n - 1); }
+    QString status()
+    {
+        return emu->execute("ReadPrinterInfo", {"1"}).property("PrinterStatus");
+    }
+    QStringList printed()
+    {
+        return emu->model().context().roll.tail();
+    }
+
+private Q_SLOTS:
+    void init() { env.emplace(); }
+    void cleanup()
+    {
+        control.reset();
+        emu.reset();
+        env.reset();
+    }
+
+    void standardLogoHeadsTheReceipt()
+    {
+        start(EmulatorConfig::Model::KX90);
+        SetProgramFolderForTests(QCoreApplication::applicationDirPath());
+        LoghiForm form;
+        QCOMPARE(form.ImageList1.tags, QStringList({"02", "03", "04", "05", "06", "07", "08", "09"}));
+        form.show();
+        form.chkHeader->setChecked(true);
+        QListWidget *list = form.ListViewHeader;
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(2)).center());
+        form.ComboLarg->setCurrentText("58 mm");
+        form.btnSave->click();
+
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione intestazione scontrino ok!"});
+        QCOMPARE(memory().logos.size(), 1);
+        QCOMPARE(memory().logos[0].data, shipped("04_nataleA_60.bin"));
+        QCOMPARE(param(9), 4);
+        QCOMPARE(control->TimeoutAck(), int16_t(60));
+
+        QCOMPARE(emu->execute("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
+        QVERIFY(printed().join('\n').contains("[ LOGO 4 ]"));
+        QCOMPARE(emu->execute("PayReceipt", {"1", "", "0", "0", "0", "1"}).result, 0);
+
+        // Again without a new choice: the name has lost its file, the
+        // printer refuses the empty logo, the number is written all the same.
+        MsgBox::clearShown();
+        form.btnSave->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione logo non riuscita!"});
+        QCOMPARE(memory().logos.size(), 1);
+        QCOMPARE(status().right(1), QStringLiteral("4"));
+        QCOMPARE(param(9), 4);
+    }
+
+    // The restore road: the standard file by number, for the printer's width.
+    void standardFileByNumber()
+    {
+        start(EmulatorConfig::Model::KX90II);
+        SetProgramFolderForTests(QCoreApplication::applicationDirPath());
+        QCOMPARE(emu->execute("WriteParam", {"12", "1"}).result, 0);
+        QString file = StandardLogoFile(9);
+        int16_t result = 1;
+        LoghiForm::SaveLogo(file, result);
+        QCOMPARE(result, int16_t(0));
+        QCOMPARE(memory().logos.value(0).data, shipped("09_torta_60.bin"));
+    }
+
+    void transferCutHalfWay()
+    {
+        start(EmulatorConfig::Model::KX81);
+        control->setTimeoutAck(1); // the lost piece costs a second
+        const QString path = QDir(shippedFolder()).filePath("KX81_loghi.tlg");
+        int pieces = 0;
+        connect(&*emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name, const Reply &) {
+            if (name == "SendRawData" && ++pieces == 5)
+                emu->faults().set(FaultSwitches::Wire::NoAck, 1); // the next piece never arrives
+        });
+        LoghiPersForm form;
+        form.txtFileName->setText(path);
+        form.txtIndexImg->setText("7");
+        form.comboPos->setCurrentText("Coda");
+        form.btnSave->click();
+
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione logo non riuscita!"});
+        QVERIFY(pieces < 10); // the rest of the file was not sent after the loss
+        QVERIFY(memory().logos.isEmpty());
+        QCOMPARE(param(10), 0);
+        QCOMPARE(status().right(1), QStringLiteral("4"));
+        QVERIFY(printed().join('\n').contains("TRASFERIMENTO INCOMPLETO"));
+
+        // The line is well again: the same file goes whole.
+        MsgBox::clearShown();
+        form.btnSave->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione fine scontrino ok!"});
+        QCOMPARE(memory().logos.value(0).data, TestFiles::contentOf(path));
+        QCOMPARE(param(10), 7);
+    }
+
+    void olderFirmwareSendsTheFile()
+    {
+        start(EmulatorConfig::Model::KX90, "1.20");
+        LoghiPersForm form;
+        form.txtFileName->setText(QDir(shippedFolder()).filePath("03_halloween_80.bin"));
+        form.txtIndexImg->setText("3");
+        form.btnSave->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione intestazione scontrino ok!"});
+        QCOMPARE(memory().logos.value(0).data, shipped("03_halloween_80.bin"));
+        QCOMPARE(param(9), 3);
+    }
+
+    void clearingTheMemory()
+    {
+        start(EmulatorConfig::Model::KX90II);
+        QCOMPARE(emu->execute("LoadLogoFile", {shipped("02_pasqua_80.bin")}).result, 0);
+        QCOMPARE(emu->execute("LoadLogoFile", {shipped("05_NataleB_80.bin")}).result, 0);
+        InstallLogoForm::StandaloneMode = true;
+        InstallLogoForm form;
+        QVERIFY(!form.btnDelLoghi->isHidden());
+        MsgBox::queueAnswer(QMessageBox::Yes);
+        form.btnDelLoghi->click();
+        QCOMPARE(MsgBox::shownTexts().last(), QStringLiteral("Pulizia memoria loghi grafici completata!"));
+        QVERIFY(memory().logos.isEmpty());
+        QVERIFY(printed().join('\n').contains("AREA LOGHI CANCELLATA"));
+        QCOMPARE(status().right(1), QStringLiteral("1"));
+    }
+};
+
+QTEST_MAIN(TestLogoTransfer)
+#include "tst_logotransfer.moc"
