@@ -1,8 +1,8 @@
 // The logo screens against the emulated printer over the real control: a
 // standard logo of the installation lands in the logo memory and heads the
 // next receipt; a transfer that the line cuts half-way ends in the failure
-// message and leaves the memory and the logo number alone; the older file
-// road of a KX90 with firmware 1; the memory clear.
+// message and leaves the memory and the logo number alone; a huge file is
+// refused at once; the memory clear.
 #include "FormTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallLogoForm.h"
@@ -26,11 +26,10 @@ class TestLogoTransfer : public QObject
     std::optional<EmulatorServer> emu;
     std::optional<KelvoProtocolControl> control;
 
-    void start(EmulatorConfig::Model model, const QString &firmware = QString())
+    void start(EmulatorConfig::Model model)
     {
         EmulatorConfig config;
         config.model = model;
-        config.firmware = firmware;
         emu.emplace(config);
         QVERIFY(emu->start());
         control.emplace();
@@ -50,14 +49,8 @@ class TestLogoTransfer : public QObject
     static QByteArray shipped(const QString &name) { return TestFiles::contentOf(QDir(shippedFolder()).filePath(name)); }
     PrinterMemory &memory() { return emu->model().memory(); }
     int param(int n) { return memory().params.value(n - 1); }
-    QString status()
-    {
-        return emu->execute("ReadPrinterInfo", {"1"}).property("PrinterStatus");
-    }
-    QStringList printed()
-    {
-        return emu->model().context().roll.tail();
-    }
+    QString status() { return emu->execute("ReadPrinterInfo", {"1"}).property("PrinterStatus"); }
+    QString printed() { return emu->model().context().roll.tail().join('\n'); }
 
 private Q_SLOTS:
     void init() { env.emplace(); }
@@ -88,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(control->TimeoutAck(), int16_t(60));
 
         QCOMPARE(emu->execute("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
-        QVERIFY(printed().join('\n').contains("[ LOGO 4 ]"));
+        QVERIFY(printed().contains("[ LOGO 4 ]"));
         QCOMPARE(emu->execute("PayReceipt", {"1", "", "0", "0", "0", "1"}).result, 0);
 
         // Again without a new choice: the name has lost its file, the
@@ -99,19 +92,6 @@ private Q_SLOTS:
         QCOMPARE(memory().logos.size(), 1);
         QCOMPARE(status().right(1), QStringLiteral("4"));
         QCOMPARE(param(9), 4);
-    }
-
-    // The restore road: the standard file by number, for the printer's width.
-    void standardFileByNumber()
-    {
-        start(EmulatorConfig::Model::KX90II);
-        SetProgramFolderForTests(QCoreApplication::applicationDirPath());
-        QCOMPARE(emu->execute("WriteParam", {"12", "1"}).result, 0);
-        QString file = StandardLogoFile(9);
-        int16_t result = 1;
-        LoghiForm::SaveLogo(file, result);
-        QCOMPARE(result, int16_t(0));
-        QCOMPARE(memory().logos.value(0).data, shipped("09_torta_60.bin"));
     }
 
     void transferCutHalfWay()
@@ -135,26 +115,27 @@ private Q_SLOTS:
         QVERIFY(memory().logos.isEmpty());
         QCOMPARE(param(10), 0);
         QCOMPARE(status().right(1), QStringLiteral("4"));
-        QVERIFY(printed().join('\n').contains("TRASFERIMENTO INCOMPLETO"));
-
-        // The line is well again: the same file goes whole.
-        MsgBox::clearShown();
-        form.btnSave->click();
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione fine scontrino ok!"});
-        QCOMPARE(memory().logos.value(0).data, TestFiles::contentOf(path));
-        QCOMPARE(param(10), 7);
+        QVERIFY(printed().contains("TRASFERIMENTO INCOMPLETO"));
     }
 
-    void olderFirmwareSendsTheFile()
+    // A file far beyond the logo memory: the printer refuses the job at its
+    // start, and nothing of the file goes.
+    void hugeFileRefusedAtOnce()
     {
-        start(EmulatorConfig::Model::KX90, "1.20");
+        start(EmulatorConfig::Model::KX90II);
+        const QString path = env->folder.filePath("huge.bin");
+        TestFiles::writeFile(path, QByteArray(3 * 1024 * 1024, 'x'));
+        int pieces = 0;
+        connect(&*emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name, const Reply &) {
+            pieces += name == "SendRawData" ? 1 : 0;
+        });
         LoghiPersForm form;
-        form.txtFileName->setText(QDir(shippedFolder()).filePath("03_halloween_80.bin"));
-        form.txtIndexImg->setText("3");
+        form.txtFileName->setText(path);
         form.btnSave->click();
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione intestazione scontrino ok!"});
-        QCOMPARE(memory().logos.value(0).data, shipped("03_halloween_80.bin"));
-        QCOMPARE(param(9), 3);
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione logo non riuscita!"});
+        QCOMPARE(pieces, 2); // the opening and the closing texts, both refused
+        QVERIFY(memory().logos.isEmpty());
+        QCOMPARE(param(9), 0);
     }
 
     void clearingTheMemory()
@@ -169,7 +150,7 @@ private Q_SLOTS:
         form.btnDelLoghi->click();
         QCOMPARE(MsgBox::shownTexts().last(), QStringLiteral("Pulizia memoria loghi grafici completata!"));
         QVERIFY(memory().logos.isEmpty());
-        QVERIFY(printed().join('\n').contains("AREA LOGHI CANCELLATA"));
+        QVERIFY(printed().contains("AREA LOGHI CANCELLATA"));
         QCOMPARE(status().right(1), QStringLiteral("1"));
     }
 };

