@@ -123,6 +123,9 @@ InstallFlagForm::InstallFlagForm(QWidget *parent) : QDialog(parent), settings(st
     btnDefault = named(new QPushButton(QStringLiteral("Ripristina impostazioni di default"), this), "btnDefault");
     btnDefault->setEnabled(false);
     btnNext = named(new QPushButton(QStringLiteral("AVANTI"), this), "btnNext");
+    // Enter in a field is no press of a button: it would reset or program.
+    btnDefault->setAutoDefault(false);
+    btnNext->setAutoDefault(false);
 
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(chkImposta);
@@ -268,9 +271,10 @@ bool InstallFlagForm::ValidateField(QLineEdit *field)
 
 bool InstallFlagForm::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::FocusOut) {
+    if (event->type() == QEvent::FocusOut && isVisible()) {
         // Only when the focus moves on inside the form: a message box or
-        // another window taking it is no leaving of the field.
+        // another window taking it, or the form going, is no leaving of the
+        // field.
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
             ValidateField(static_cast<QLineEdit *>(watched));

@@ -85,6 +85,9 @@ InstallHeaderForm::InstallHeaderForm(QWidget *parent) : QDialog(parent), setting
     btnSample = named(new QPushButton(QStringLiteral("Esempio"), this), "btnSample");
     btnPrev = named(new QPushButton(QStringLiteral("Anteprima"), this), "btnPrev");
     btnNext = named(new QPushButton(QStringLiteral("AVANTI"), this), "btnNext");
+    // Enter in a line is no press of a button.
+    for (QPushButton *button : {btnSample, btnPrev, btnNext})
+        button->setAutoDefault(false);
 
     auto *grid = new QGridLayout;
     grid->addWidget(Label1, 0, 2);
