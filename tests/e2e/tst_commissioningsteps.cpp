@@ -1,0 +1,177 @@
+// The header and flag steps against the emulated printer over loopback TCP:
+// the header read back, programmed and printed on the next receipt at the
+// model's width; a header the printer refuses until a closure; flags and
+// parameters changed; rounds that meet what the printer does not have.
+#include "FormTestEnv.h"
+#include "TestFiles.h"
+#include "commissioning/InstallFlagForm.h"
+#include "commissioning/InstallHeaderForm.h"
+#include "emulator/EmulatorServer.h"
+#include "printer/KelvoProtocolControl.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QtTest>
+
+class TestCommissioningSteps : public QObject
+{
+    Q_OBJECT
+    std::optional<FormTestEnv> env;
+    std::optional<EmulatorServer> emu;
+    std::optional<KelvoProtocolControl> control;
+
+    void start(const EmulatorConfig &config)
+    {
+        emu.emplace(config);
+        QVERIFY(emu->start());
+        // TcpPort is a 16-bit Integer: the emulator listens below 32768.
+        quint16 port = 20000 + QCoreApplication::applicationPid() % 5000;
+        while (!emu->listenTcp(QHostAddress::LocalHost, port))
+            ++port;
+        control.emplace();
+        control->setEuroSettings(2);
+        control->setUseTcp(1);
+        control->setIpAddress("127.0.0.1");
+        control->setTcpPort(int16_t(port));
+        control->OpenTcp();
+        gFPControl = &*control;
+    }
+    Reply run(const char *name, const QList<QByteArray> &args) { return emu->execute(name, args); }
+    void sale()
+    {
+        QCOMPARE(run("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
+        QCOMPARE(run("PayReceipt", {"1", "", "0", "0", "0", "1"}).result, 0);
+    }
+    // The receipt's lines above its "EURO" row.
+    QStringList lastReceiptHead()
+    {
+        const QStringList roll = emu->model().context().roll.tail();
+        const qsizetype euro = roll.lastIndexOf(QRegularExpression("^ +EURO$"));
+        const qsizetype cut = roll.lastIndexOf(QRegularExpression("^~+$"), euro); // then a blank line
+        return roll.mid(cut + 2, euro - cut - 2);
+    }
+    static void markRows(InstallHeaderForm &form)
+    {
+        for (int i = 0; i < 3; ++i)
+            form.ComboContR[i]->setCurrentIndex(i);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        env.emplace();
+        InstallHeaderForm::StandaloneMode = true;
+        InstallFlagForm::StandaloneMode = true;
+    }
+    void cleanup()
+    {
+        control.reset();
+        emu.reset();
+        env.reset();
+    }
+
+    void headerOnTheNextReceipt_data()
+    {
+        QTest::addColumn<QString>("firmware");
+        QTest::addColumn<int>("width");
+        QTest::newRow("KX90, firmware 2") << "2.10" << 40;
+        QTest::newRow("KX90, firmware 1") << "1.10" << 27;
+    }
+    void headerOnTheNextReceipt()
+    {
+        QFETCH(QString, firmware);
+        QFETCH(int, width);
+        EmulatorConfig config;
+        config.firmware = firmware;
+        start(config);
+        InstallHeaderForm form;
+        QCOMPARE(form.maxChars, width);
+        // The new printer's header comes back trimmed, or not at all.
+        QCOMPARE(form.txtR[0]->text(), width == 40 ? QStringLiteral("KELVO DEMO S.R.L.") : QString());
+        markRows(form);
+        form.txtR[0]->setText("BAR SPORT");
+        form.comboTipoR[0]->setCurrentIndex(0);
+        form.checkCentraR[0]->setChecked(true);
+        form.txtR[1]->setText("VIA ROMA 1, " + QString(40, 'X')); // cut to the width
+        form.comboTipoR[1]->setCurrentIndex(1);
+        form.checkCentraR[1]->setChecked(false);
+        form.txtR[2]->setText("P.IVA 0123");
+        form.comboTipoR[2]->setCurrentIndex(0);
+        for (int i = 3; i < 6; ++i) {
+            form.txtR[i]->clear();
+            form.comboTipoR[i]->setCurrentIndex(0);
+        }
+        form.btnNext_Click();
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+        QVERIFY(emu->model().context().roll.tail().join('\n').contains("PROGRAMMAZIONE INTESTAZIONE"));
+
+        sale();
+        const int p = width == 40 ? 15 : 8; // the step's own centring: one blank short a side
+        QCOMPARE(lastReceiptHead(), QStringList({QString(p, ' ') + "BAR SPORT" + QString(p, ' '),
+                                                 ("VIA ROMA 1, " + QString(40, 'X')).left(width), "P.IVA 0123"}));
+        QCOMPARE(run("ReadHeaderStyle", {"2"}).property("HeaderStyle"), QStringLiteral("2"));
+        QVERIFY(TestFiles::contentOf(env->folder.filePath("KX90ProgQN41100123.xml")).contains("R1=\"BAR SPORT\""));
+    }
+
+    void headerRefusedUntilAClosure()
+    {
+        start(EmulatorConfig());
+        sale(); // a fiscal receipt: the header is fixed until the closure
+        InstallHeaderForm form;
+        markRows(form);
+        form.txtR[0]->setText("ALTRO NOME");
+        form.btnNext_Click();
+        // The refusal stops the lines without a word; the record is kept.
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+        QCOMPARE(run("ReadHeaderLine", {"1"}).property("HeaderLineText").trimmed(), QStringLiteral("KELVO DEMO S.R.L."));
+        QVERIFY(TestFiles::contentOf(env->folder.filePath("KX90ProgQN41100123.xml")).contains("R1=\"ALTRO NOME\""));
+    }
+
+    void flagsChanged()
+    {
+        start(EmulatorConfig());
+        InstallFlagForm form;
+        QVERIFY(form.Check1[4]->isChecked()); // flag 12, on in a new printer
+        form.Check1[7]->setChecked(true);     // flag 13, OBBLIGA SUBTOTALE
+        form.txtIntensPrn->setText("20");
+        form.comboLarg->setCurrentIndex(1);
+        form.btnNext->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione flag avvenuta!"});
+        QCOMPARE(run("ReadFlag", {"13"}).property("FlagValue"), QStringLiteral("1"));
+        QCOMPARE(run("ReadParam", {"7"}).property("ParamValue"), QStringLiteral("20"));
+        QCOMPARE(run("ReadParam", {"12"}).property("ParamValue"), QStringLiteral("1"));
+        // The printer now wants a subtotal before the payment.
+        QCOMPARE(run("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
+        QCOMPARE(run("PayReceipt", {"1", "", "0", "0", "0", "1"}).errorCode(), 11);
+    }
+
+    void roundsMeetWhatThePrinterDoesNotHave()
+    {
+        EmulatorConfig config;
+        config.flags = 12;  // 13, 25..28 are not there
+        config.params = 10; // nor 11..13
+        start(config);
+        InstallFlagForm form;
+        // Each missing flag is told at the reading; the fields of the
+        // missing parameters stay empty.
+        QCOMPARE(MsgBox::shownTexts().size(), 5 + 3);
+        QCOMPARE(MsgBox::shownTexts().first(), QStringLiteral("Errore del registratore di cassa: NON PREVISTO.\r\n"));
+        QCOMPARE(form.txtNCassa->text(), QString());
+        MsgBox::clearShown();
+        form.Check1[0]->setChecked(true);  // flag 1, learning mode
+        form.Check1[7]->setChecked(true);  // flag 13: not compared, not sent, recorded
+        form.txtNCassa->setText("3");
+        form.btnNext->click();
+        // The round stops at parameter 11, which the printer refuses.
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Errore del registratore di cassa: NON PREVISTO.\r\n"});
+        QCOMPARE(run("ReadFlag", {"1"}).property("FlagValue"), QStringLiteral("1"));
+        const QByteArray file = TestFiles::contentOf(env->folder.filePath("KX90ProgQN41100123.xml"));
+        QVERIFY(file.contains("<InstallFlagS14 f1=\"1\" f4=\"0\" f3=\"0\" f7=\"0\" f12=\"1\" f8=\"0\" f13=\"1\""));
+        QVERIFY(file.endsWith("<InstallFlagS15 f7=\"12\" f8=\"8\"/></settings>"));
+    }
+};
+
+QTEST_MAIN(TestCommissioningSteps)
+#include "tst_commissioningsteps.moc"
