@@ -1,0 +1,399 @@
+// The declaration for the tax office: the text file to the byte in both
+// modes, the printed page read back from a PDF, the list of printers, the
+// copies, a printer or a file that fails, and the file output that stays on
+// for the rest of the showing.
+#include "FormTestEnv.h"
+#include "TestFiles.h"
+#include "paperwork/DeclarationPage.h"
+#include "paperwork/PrintFoglioForm.h"
+#include "paperwork/SystemPrinters.h"
+#include "printer/Cp1252.h"
+#include "printer/SharedState.h"
+#include "settings/RunTimeError.h"
+#include "ui/FileDialog.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QtTest>
+
+namespace {
+
+// The page of a commissioning for the printer and the customer of init().
+const char *kInstallPage = R"( 
+ALL'UFFICIO DELLE ENTRATE DI: ________________________________________
+ 
+Oggetto: Dichiarazione relativa ai Misuratori Fiscali
+ 
+ Il sottoscritto: NICCOLÒ ROSSI
+ 
+  Codice fiscale: RSSNCC80A01F205X
+ 
+nella qualità di: TITOLARE
+ 
+     della ditta: BAR SPORT
+ 
+                  DI ROSSI & C.
+ 
+  sede legale in: VIA ROMA 1
+ 
+                  20100 MILANO
+ 
+     Partita IVA: IT01234567890
+                            Dichiara
+     che in data: 05 / 03 / 2026
+ 
+presso l'esercizio ubicato in: PIAZZA DUOMO 2
+ 
+Sono stati MESSI IN SERVIZIO i seguenti misuratori fiscali:
+ 
+|    MODELLO    |    MATRICOLA   | N°      | VERIFICA  | SCAD. VER. |
+|               |    FISCALE     | AZZERA. | PERIODICA | PERIODICA  |
+|---------------|----------------|---------|-----------|------------|
+|     KX90      |   QN41000123   |    7    |           |            |
+|---------------|----------------|---------|-----------|------------|
+|               |                |         |           |            |
+|---------------|----------------|---------|-----------|------------|
+ 
+Da compilare a cura del tecnico SOLO SE effettuata la VERIFICAZIONE PERIODICA
+con applicazione del bollino verde contestualmente alla messa in servizio
+ 
+Verificazione periodica effettuata dal sig.:
+ 
+   ____________________________________________________________________________
+ 
+              Codice fiscale: ________________________________
+ 
+   Marchio identificativo n°: KI ________
+ 
+   Tessera riconoscimento n°: ________
+ 
+ Ragione sociale laboratorio: _________________________________________________
+ 
+                              _________________________________________________
+ 
+                   Indirizzo: _________________________________________________
+ 
+                              _________________________________________________
+ 
+                 Partita IVA: ______________________
+ 
+Data: ___ / ___ / ______
+  (presentazione Ufficio delle Entrate)
+ 
+La Ditta                           Il Tecnico
+ 
+Niccolò Rossi
+ 
+____________________________       ______________________________)";
+
+QByteArray asFile(const QString &page)
+{
+    QByteArray bytes;
+    for (const QString &line : page.split(QLatin1Char('\n')))
+        bytes += Cp1252::encode(line) + "\r\n";
+    return bytes;
+}
+
+QString decommissioningPage()
+{
+    QString page = QString::fromUtf8(kInstallPage);
+    page.replace("Sono stati MESSI IN SERVIZIO i", "Sono stati  [] DEFISCALIZZATI  [] CEDUTI  i");
+    page.replace("effettuata la VERIFICAZIONE PERIODICA\ncon applicazione del bollino verde contestualmente alla messa in servizio",
+                 "effettuata una DEFISCALIZZAZIONE");
+    page.replace("Verificazione periodica effettuata", "      Defiscalizzazione effettuata");
+    return page;
+}
+
+QString pdfText(const QString &pdf)
+{
+    QProcess p;
+    p.start("pdftotext", {"-layout", pdf, "-"});
+    if (!p.waitForFinished(30000) || p.exitCode() != 0)
+        return "<pdftotext failed: " + QString::fromLocal8Bit(p.readAllStandardError()) + ">";
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+int pdfPages(const QString &pdf)
+{
+    QProcess p;
+    p.start("pdfinfo", {pdf});
+    p.waitForFinished(30000);
+    const QString info = QString::fromUtf8(p.readAllStandardOutput());
+    const qsizetype at = info.indexOf("Pages:");
+    return at < 0 ? -1 : info.mid(at + 6).section('\n', 0, 0).trimmed().toInt();
+}
+
+}
+
+class TestDeclaration : public QObject
+{
+    Q_OBJECT
+    std::optional<FormTestEnv> env;
+
+    QString path(const QString &name) const { return env->folder.filePath(name); }
+
+private Q_SLOTS:
+    void init()
+    {
+        env.emplace();
+        FileDialog::startRecording();
+        SystemPrinters::useForTests({{"Laser ufficio", true, false}, {"Letter USA", false, false}});
+        env->fake.setProperty("MatricolaPrefix", "QN");
+        env->fake.setProperty("MatricolaModel", "41");
+        env->fake.setProperty("MatricolaNumber", "123");
+        env->fake.setProperty("Azzeramenti", "7");
+        env->fake.setProperty("DateDay", "5");
+        env->fake.setProperty("DateMonth", "3");
+        env->fake.setProperty("DateYear", "26");
+        gNome = QStringLiteral("Niccolò Rossi");
+        gCdf = "rssncc80a01f205x";
+        gQual = "titolare";
+        gRagioneSociale = QStringList{" bar sport ", "di rossi & c."};
+        gSede = QStringList{"via roma 1", "20100 milano"};
+        gPartitaIva = " it01234567890 ";
+        gIndirizzo = QStringList{"piazza duomo 2"};
+        PrintFoglioForm::PrintMode = 1;
+    }
+    void cleanup()
+    {
+        SystemPrinters::stopUsingTestPrinters();
+        FileDialog::stopRecording();
+        env.reset();
+    }
+
+    void textFileToTheByte_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("page");
+        QTest::newRow("commissioning") << 1 << "Modulo_Installazione_QN41000123.txt" << QString::fromUtf8(kInstallPage);
+        QTest::newRow("decommissioning") << 2 << "Modulo_Disinstallazione_QN41000123.txt" << decommissioningPage();
+    }
+    void textFileToTheByte()
+    {
+        QFETCH(int, mode);
+        QFETCH(QString, page);
+        PrintFoglioForm::PrintMode = int16_t(mode);
+        PrintFoglioForm form;
+        TestFiles::writeFile(path("out.txt"), "an older declaration");
+        FileDialog::queueAnswer(path("out.txt"));
+        form.btnPrintFile->click();
+        QTEST(FileDialog::asked().value(0).folder, "name"); // the proposed name
+        const QByteArray bytes = TestFiles::contentOf(path("out.txt"));
+        QCOMPARE(bytes, asFile(page));
+        QVERIFY(bytes.contains("NICCOL\xD2")); // Windows-1252, as the other files
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+    }
+
+    void resetsColumn_data()
+    {
+        QTest::addColumn<int>("resets");
+        QTest::addColumn<QString>("cell");
+        QTest::newRow("one digit") << 7 << "|    7    |";
+        QTest::newRow("two digits") << 42 << "|   42    |";
+        QTest::newRow("three digits") << 913 << "|   913   |";
+        QTest::newRow("four digits: no row") << 1000 << "";
+    }
+    void resetsColumn()
+    {
+        QFETCH(int, resets);
+        QFETCH(QString, cell);
+        const QString row = DeclarationPage::dataRow("QN41000123", resets);
+        if (cell.isEmpty()) {
+            QVERIFY(row.isEmpty());
+            DeclarationData data;
+            data.matricola = "QN41000123";
+            data.azzeramenti = resets;
+            const QStringList lines = DeclarationPage::textLines(DeclarationPage::compose(data));
+            const qsizetype rule = lines.indexOf("|---------------|----------------|---------|-----------|------------|");
+            QCOMPARE(lines.value(rule + 1), lines.value(rule)); // rule to rule
+            return;
+        }
+        QCOMPARE(row.size(), 69);
+        QCOMPARE(row.mid(33, 11), cell);
+    }
+
+    void emptyCustomerData()
+    {
+        // What the commissioning leaves when nothing was given.
+        gNome = gCdf = gQual = BlankCustomerLine();
+        gSede = QStringList{BlankCustomerLine(), BlankCustomerLine()};
+        DeclarationData data = DeclarationData::read(1);
+        const QStringList lines = DeclarationPage::textLines(DeclarationPage::compose(data));
+        QVERIFY(lines.contains(" Il sottoscritto: " + BlankCustomerLine()));
+        QVERIFY(lines.contains("                  " + BlankCustomerLine())); // the second line of the office
+        const qsizetype signers = lines.indexOf("La Ditta                           Il Tecnico");
+        QCOMPARE(lines.mid(signers + 1), QStringList({" ", "____________________________       ______________________________"}));
+    }
+
+    void printToFileStaysOnForTheShowing()
+    {
+        PrintFoglioForm form;
+        FileDialog::queueAnswer(path("a.txt"));
+        form.btnPrintFile->click();
+        QVERIFY(form.PrintToFile);
+        QFile::remove(path("a.txt"));
+        form.btnPrint->click(); // paper asked, the file is written again
+        QVERIFY(QFile::exists(path("a.txt")));
+        QVERIFY(SystemPrinters::jobs().isEmpty());
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+        QCOMPARE(FileDialog::asked().size(), 1);
+
+        PrintFoglioForm next; // a new showing starts on paper
+        QVERIFY(!next.PrintToFile);
+    }
+
+    void cancelledDialogKeepsTheProposedName()
+    {
+        env->fake.queueResult("ReadMatricola", -1); // serial number not read
+        PrintFoglioForm::PrintMode = 2;
+        PrintFoglioForm form;
+        FileDialog::queueAnswer(std::nullopt);
+        form.btnPrintFile->click();
+        QCOMPARE(form.OutputFileName, path("Modulo_Disinstallazione_.txt"));
+        QVERIFY(TestFiles::contentOf(form.OutputFileName).contains("|     KX90      |   QN41000123   |")); // read anew
+    }
+
+    void unwritableFileEndsTheRunAndLeavesNothing()
+    {
+        PrintFoglioForm form;
+        FileDialog::queueAnswer(path("no/such/folder/x.txt"));
+        QVERIFY_THROWS_EXCEPTION(RunTimeError, form.btnPrintFile_Click());
+        QVERIFY(!QFileInfo::exists(path("no")));
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+    }
+
+    void loadByMode_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("ok");
+        QTest::addColumn<QString>("copies");
+        QTest::addColumn<bool>("copiesShown");
+        QTest::newRow("commissioning") << 1 << "Messa in servizio terminata" << "1" << true;
+        QTest::newRow("decommissioning") << 2 << "FINE" << "2" << true;
+        QTest::newRow("choice of a printer") << 3 << "APPLICA" << "" << false;
+    }
+    void loadByMode()
+    {
+        QFETCH(int, mode);
+        PrintFoglioForm::PrintMode = int16_t(mode);
+        PrintFoglioForm form;
+        form.show();
+        QTEST(form.btnOK->text(), "ok");
+        QTEST(form.txtNCopie->text(), "copies");
+        QTEST(form.txtNCopie->isVisible(), "copiesShown");
+        QTEST(form.btnPrintFile->isVisible(), "copiesShown");
+        // The A4 printers of the system, then the PDF file; the first is current.
+        QStringList items;
+        for (int i = 0; i < form.comboPrn->count(); ++i)
+            items << form.comboPrn->itemText(i);
+        QCOMPARE(items, QStringList({"Laser ufficio", "PDF"}));
+        QCOMPARE(SystemPrinters::current(), QStringLiteral("Laser ufficio"));
+        form.comboPrn->setCurrentIndex(1);
+        QCOMPARE(SystemPrinters::current(), QStringLiteral("PDF"));
+        QVERIFY(!form.PrinterChosen);
+        form.btnOK->click();
+        QVERIFY(form.PrinterChosen);
+    }
+
+    void noPrinterLeavesThePdf()
+    {
+        SystemPrinters::useForTests({});
+        PrintFoglioForm form;
+        QCOMPARE(form.comboPrn->count(), 1);
+        QCOMPARE(form.comboPrn->currentText(), QStringLiteral("PDF"));
+        QVERIFY(form.btnPrint->isEnabled());
+    }
+
+    void copiesToThePrinter_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("copies");
+        QTest::newRow("number") << "3" << 3;
+        QTest::newRow("no number: the printer's own") << "due" << 0;
+        QTest::newRow("too large for a number: the printer's own") << "99999999999" << 0;
+    }
+    void copiesToThePrinter()
+    {
+        QFETCH(QString, text);
+        PrintFoglioForm form;
+        form.txtNCopie->setText(text);
+        form.btnPrint->click();
+        QCOMPARE(SystemPrinters::jobs().size(), 1);
+        QCOMPARE(SystemPrinters::jobs().first().device, QStringLiteral("Laser ufficio"));
+        QTEST(SystemPrinters::jobs().first().copies, "copies");
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Stampa in corso... verificare che non ci siano problemi."});
+        QVERIFY(!form.PrintToFile);
+    }
+
+    void printerThatFailsIsTold()
+    {
+        SystemPrinters::useForTests({{"Rotta", true, true}});
+        PrintFoglioForm form;
+        gRagioneSociale = QStringList(40, "riga"); // more than a page: the printer gives up at the second
+        form.btnPrint->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"La stampa su Rotta si è interrotta."});
+        QVERIFY(form.btnOK->isEnabled());
+    }
+
+    void pageOnPaperReadBack()
+    {
+        // A name far wider than the page goes on below, not off the edge.
+        gNome = QStringLiteral("Niccolò Rossi ") + QString(90, 'x') + "FINENOME";
+        PrintFoglioForm form;
+        form.comboPrn->setCurrentText("PDF");
+        form.txtNCopie->setText("2");
+        FileDialog::queueAnswer(path("modulo.pdf"));
+        form.btnPrint->click();
+        QCOMPARE(FileDialog::asked().value(0).folder, QStringLiteral("Modulo_Installazione_QN41000123.pdf"));
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Stampa in corso... verificare che non ci siano problemi."});
+        QCOMPARE(pdfPages(path("modulo.pdf")), 2); // one page a copy
+        const QString text = pdfText(path("modulo.pdf"));
+        for (const char *piece : {"ALL'UFFICIO DELLE ENTRATE DI: ____", " Il sottoscritto: NICCOLÒ ROSSI XXXX",
+                                  "FINENOME", "nella qualità di: TITOLARE", "DI ROSSI & C.",
+                                  "Dichiara", "che in data: 05 / 03 / 2026",
+                                  "|     KX90      |   QN41000123   |    7    |           |            |",
+                                  "Partita IVA: ______________________", "(presentazione Ufficio delle Entrate)"})
+            QVERIFY2(text.contains(QString::fromUtf8(piece)), piece);
+        QCOMPARE(text.count("ALL'UFFICIO DELLE ENTRATE"), 2);
+    }
+
+    void pdfThatCannotBeWritten_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("missing folder") << "none/modulo.pdf";
+        QTest::newRow("name of a folder") << "cartella.pdf";
+    }
+    void pdfThatCannotBeWritten()
+    {
+        QFETCH(QString, target);
+        QDir(env->folder.path()).mkdir("cartella.pdf");
+        const QStringList before = QDir(env->folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+        PrintFoglioForm form;
+        form.comboPrn->setCurrentText("PDF");
+        FileDialog::queueAnswer(path(target));
+        form.btnPrint->click();
+        QCOMPARE(MsgBox::shown().size(), 1);
+        QVERIFY2(MsgBox::shownTexts().value(0).startsWith("Impossibile scrivere il file " + path(target)),
+                 qPrintable(MsgBox::shownTexts().value(0)));
+        QCOMPARE(MsgBox::shown().value(0).icon, QMessageBox::Warning);
+        QCOMPARE(QDir(env->folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), before); // no leftovers
+        QVERIFY(QFileInfo(path("cartella.pdf")).isDir());
+    }
+
+    void busyControlIsNotAsked()
+    {
+        env->fake.busy = true;
+        PrintFoglioForm form;
+        FileDialog::queueAnswer(path("b.txt"));
+        form.btnPrintFile->click();
+        QCOMPARE(env->fake.count("ReadAzzeramenti") + env->fake.count("ReadDateTime"), 0);
+        QVERIFY(TestFiles::contentOf(path("b.txt")).contains("|    7    |")); // what the properties hold
+    }
+};
+
+QTEST_MAIN(TestDeclaration)
+#include "tst_declaration.moc"
