@@ -98,15 +98,12 @@ class TestCommissioningChain : public QObject
 
     void checkTheEnd(int from)
     {
-        const QStringList expected = {"InstallExtraModForm", "InstallLibrettoFiscaleForm", "PrintFoglioForm"};
         QStringList order;
-        for (const Seen &s : seen.mid(from))
-            order << s.form;
-        QCOMPARE(order, expected);
-        QCOMPARE(seen.value(from + 1).modes, QStringLiteral("SampleMode=0"));
-        QCOMPARE(seen.value(from + 2).modes, QStringLiteral("PrintMode=1"));
-        QCOMPARE(seen.last().form, QStringLiteral("PrintFoglioForm"));
-        QCOMPARE(PrintFoglioForm::PrintMode, int16_t(1));
+        for (const Seen &s : seen.mid(from)) {
+            order << (s.form + " " + s.modes).trimmed();
+            QVERIFY2(s.alsoShown.isEmpty(), qPrintable(s.form + " came before " + s.alsoShown.join(',') + " had gone"));
+        }
+        QCOMPARE(order, QStringList({"InstallExtraModForm", "InstallLibrettoFiscaleForm SampleMode=0", "PrintFoglioForm PrintMode=1"}));
         // Kept in the printer's file (the lines of the office whole), and shared.
         const QByteArray file = TestFiles::contentOf(env->folder.filePath("KX90ProgQN41000123.xml"));
         QVERIFY2(file.endsWith("<InstallExtra SedeLeg=\"Via Po 3&#13;&#10;Torino\" Nome=\"Anna Bianchi\" Qual=\"socia\"/></settings>"),
@@ -151,9 +148,6 @@ private Q_SLOTS:
         InstallExtraModForm first;
         first.exec();
         checkTheEnd(0);
-        // Each step had gone before the next came up.
-        for (const Seen &s : seen)
-            QVERIFY2(s.alsoShown.isEmpty(), qPrintable(s.form + ": " + s.alsoShown.join(',')));
     }
 
     void wholeChainFromTheMainForm()
@@ -223,14 +217,12 @@ private Q_SLOTS:
         rescue.stop();
 
         QStringList order;
-        for (const Seen &s : seen)
-            order << s.form + " " + s.modes;
-        QCOMPARE(order.mid(0, 5), QStringList({"DataOraForm WizardMode=1", "InstallHeaderForm StandaloneMode=0",
+        for (const Seen &s : seen.mid(0, 5))
+            order << s.form + " " + s.modes + s.alsoShown.join(' ');
+        QCOMPARE(order, QStringList({"DataOraForm WizardMode=1", "InstallHeaderForm StandaloneMode=0",
                                                "InstallLogoForm StandaloneMode=0", "ProgForm WizardMode=1 TableKind=4",
                                                "InstallFlagForm StandaloneMode=0"}));
         checkTheEnd(5);
-        for (const Seen &s : seen)
-            QVERIFY2(s.alsoShown.isEmpty(), qPrintable(s.form + ": " + s.alsoShown.join(',')));
         // The header's rows reached the booklet through the shared data.
         QCOMPARE(gPartitaIva.trimmed(), QStringLiteral("P.IVA 01234567890"));
     }
