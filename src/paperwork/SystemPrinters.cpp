@@ -157,8 +157,10 @@ QList<SystemPrinters::Printer> SystemPrinters::printers()
 QStringList SystemPrinters::a4Devices()
 {
     QStringList names;
+    // A system queue that is itself called "PDF" (a PDF printer) makes the
+    // same thing as the file: the one entry stands for both.
     for (const Printer &p : printers())
-        if (p.a4)
+        if (p.a4 && p.name != kPdfDevice)
             names.append(p.name);
     names.append(kPdfDevice);
     return names;

@@ -263,9 +263,11 @@ private Q_SLOTS:
         form.btnOK->click();
         QVERIFY(form.PrinterChosen);
 
-        SystemPrinters::useForTests({}); // no printer, or no CUPS: the PDF alone
+        SystemPrinters::useForTests({{"PDF", true, false}}); // no printer but a PDF queue: the PDF alone
         PrintFoglioForm alone;
         QCOMPARE(alone.comboPrn->count() * alone.btnPrint->isEnabled(), 1);
+        SystemPrinters::stopUsingTestPrinters(); // the system's own list (CUPS may not even run)
+        QCOMPARE(SystemPrinters::a4Devices().last(), QStringLiteral("PDF"));
     }
 
     void copiesToThePrinter_data()
