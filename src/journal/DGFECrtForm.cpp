@@ -127,6 +127,8 @@ DGFECrtForm::DGFECrtForm(QWidget *parent)
 void DGFECrtForm::Command1_Click()
 {
     ListDGFE->clear();
+    m_pending.clear();
+    m_listShown.invalidate();
     ReadEnded = false;
     ReadPaused = false;
     btnOk->setEnabled(false);
@@ -147,6 +149,7 @@ void DGFECrtForm::Command1_Click()
         ReportBadReceiptNumber(FirstReceipt, LastReceipt);
     }
     unsetCursor();
+    showLatestLines();
 
     btnOk->setEnabled(true);
     CmdPausa->setEnabled(false);
@@ -226,8 +229,39 @@ int16_t DGFECrtForm::readCall(bool first)
 
 void DGFECrtForm::addLine(const QString &line)
 {
-    ListDGFE->addItem(line);
-    ListDGFE->setCurrentRow(ListDGFE->count() - 1); // the list follows the read
+    // The list follows the read, selecting its new last entry. A list view
+    // lays out all its rows again for every insertion, so one row at a time
+    // would make each line cost more than the last. While the lines stream
+    // in they are handed to the list together, at most every ListRefreshMs
+    // (a rate the eye cannot tell from every line); a slow printer's lines
+    // go in one by one.
+    m_pending.append(line);
+    if (!m_listShown.isValid() || m_listShown.hasExpired(ListRefreshMs))
+        showLatestLines();
+}
+
+void DGFECrtForm::showLatestLines()
+{
+    if (!m_pending.isEmpty()) {
+        ListDGFE->addItems(m_pending);
+        m_pending.clear();
+    }
+    ListDGFE->setCurrentRow(ListDGFE->count() - 1);
+    m_listShown.start();
+}
+
+int DGFECrtForm::lineCount() const
+{
+    return int(ListDGFE->count() + m_pending.size());
+}
+
+QStringList DGFECrtForm::lines() const
+{
+    QStringList out;
+    out.reserve(lineCount());
+    for (int i = 0; i < ListDGFE->count(); ++i)
+        out << ListDGFE->item(i)->text();
+    return out + m_pending;
 }
 
 void DGFECrtForm::giveEventTurn()
@@ -235,6 +269,7 @@ void DGFECrtForm::giveEventTurn()
     if (onReadTurn)
         onReadTurn();
     if (ReadPaused && !ByNumber) {
+        showLatestLines();
         // A paused read waits for the next event (a click, a repaint) rather
         // than spinning: the screen stays as alive and the processor idle.
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -291,9 +326,7 @@ void DGFECrtForm::btnSalvaSuFile_Click()
     else
         lines << QStringLiteral("DAL ") + lblDataIni2->text() + QStringLiteral("   AL ") + lblDataFin2->text();
     lines << QStringLiteral(" ");
-    lines.reserve(lines.size() + ListDGFE->count());
-    for (int i = 0; i < ListDGFE->count(); ++i)
-        lines << ListDGFE->item(i)->text();
+    lines << this->lines();
 
     // A file of that name is replaced without a question.
     QString error;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QPointer>
+#include <QStringList>
 #include <QString>
 #include <cstdint>
 #include <functional>
@@ -27,6 +29,7 @@ public:
     static QPointer<QDateEdit> ToDate;
 
     static constexpr int16_t EndOfSelection = 3102; // InfoCode of the last line
+    static constexpr int ListRefreshMs = 40;       // how often a growing list is painted
 
     explicit DGFECrtForm(QWidget *parent = nullptr);
 
@@ -53,6 +56,10 @@ public:
     void CmdStop_Click();
     void btnSalvaSuFile_Click();
 
+    // Every line read so far, those still on their way into the list included.
+    int lineCount() const;
+    QStringList lines() const;
+
     // For the tests and the benchmark: called at every turn the read gives
     // the event queue, before the turn.
     std::function<void()> onReadTurn;
@@ -65,10 +72,13 @@ protected:
     void reject() override; // Esc: a close request like the others
 
 private:
+    QElapsedTimer m_listShown; // since the list was last shown with its latest line
+    QStringList m_pending;     // lines read and not yet handed to the list
     bool closeRequest(); // true: the form may close
     void ReadByDate();
     void ReadByNumber();
     int16_t readCall(bool first);
     void addLine(const QString &line);
+    void showLatestLines();
     void giveEventTurn();
 };

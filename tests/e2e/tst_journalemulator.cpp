@@ -192,7 +192,7 @@ private Q_SLOTS:
         byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
         DGFECrtForm form;
         form.onReadTurn = [&] {
-            if (form.ListDGFE->count() == 10 && emu->isPowered())
+            if (form.lineCount() == 10 && emu->isPowered())
                 emu->setPower(false);
         };
         form.Command1->click();

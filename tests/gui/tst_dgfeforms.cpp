@@ -189,10 +189,11 @@ private Q_SLOTS:
             ++turns;
             if (turns == 3) {
                 form.CmdPausa->click();
-                heldAt = form.ListDGFE->count();
+                heldAt = form.lineCount();
                 // Woken by the timer, the read must still be where it was.
                 QTimer::singleShot(30, &form, [&] {
-                    QCOMPARE(form.ListDGFE->count(), heldAt);
+                    QCOMPARE(form.lineCount(), heldAt);
+                    QCOMPARE(form.ListDGFE->count(), heldAt); // a paused list shows all it has
                     QCOMPARE(form.CmdPausa->text(), QStringLiteral("RIPRENDI"));
                     form.CmdPausa->click();
                 });
@@ -210,7 +211,7 @@ private Q_SLOTS:
         byNumber(QDate(2026, 3, 10), "1", "6");
         DGFECrtForm number;
         number.onReadTurn = [&] {
-            if (number.ListDGFE->count() == 1 && !number.ReadPaused)
+            if (number.lineCount() == 1 && !number.ReadPaused)
                 number.CmdPausa->click();
         };
         number.Command1->click();
@@ -220,7 +221,7 @@ private Q_SLOTS:
         // A new read begins with the state word reset but the caption kept:
         // the first press pauses and leaves "RIPRENDI" as it is.
         number.onReadTurn = [&] {
-            if (number.ListDGFE->count() == 1 && !number.ReadPaused)
+            if (number.lineCount() == 1 && !number.ReadPaused)
                 number.CmdPausa->click();
         };
         number.Command1->click();
@@ -234,7 +235,7 @@ private Q_SLOTS:
         byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         DGFECrtForm form;
         form.onReadTurn = [&] {
-            if (form.ListDGFE->count() == 3)
+            if (form.lineCount() == 3)
                 form.CmdStop->click(); // the turn's own line still comes
         };
         form.Command1->click();
@@ -258,7 +259,7 @@ private Q_SLOTS:
         byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         DGFECrtForm form;
         form.onReadTurn = [&] {
-            if (form.ListDGFE->count() == 3)
+            if (form.lineCount() == 3)
                 env->fake.queueResult("ReadDgfeByDate", int16_t(result));
         };
         form.Command1->click();
