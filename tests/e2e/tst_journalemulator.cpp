@@ -5,7 +5,9 @@
 // a printer switched off and on again, in the middle of a read and between
 // two commands, over TCP and over a pseudo-terminal.
 #include "FormTestEnv.h"
+#include "emulator/ConsoleCommands.h"
 #include "emulator/EmulatorServer.h"
+#include "journal/GiornaleStepForm.h"
 #include "journal/DGFECrtForm.h"
 #include "journal/DGFEForm.h"
 #include "printer/Cp1252.h"
@@ -14,6 +16,7 @@
 
 #include <QDateEdit>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QtTest>
@@ -208,6 +211,55 @@ private Q_SLOTS:
         form.Command1->click();
         QCOMPARE(listOf(form), all);
         QVERIFY(MsgBox::shownTexts().isEmpty());
+    }
+
+    // The card conditions a technician meets, thrown from the console: a full
+    // card refuses receipts, a card to format or of another fiscal memory
+    // reads as empty, and the wizard's format starts a new journal.
+    void cardConditionsAndFormat_data()
+    {
+        QTest::addColumn<QString>("condition");
+        QTest::addColumn<int>("formatResult");
+        QTest::addColumn<int>("newNumber");
+        QTest::newRow("full") << "full" << 0 << 2;
+        QTest::newRow("to format") << "toformat" << 0 << 2;
+        QTest::newRow("of another fiscal memory") << "othermf" << -1 << 1;
+    }
+    void cardConditionsAndFormat()
+    {
+        QFETCH(QString, condition);
+        QFETCH(int, formatResult);
+        QFETCH(int, newNumber);
+        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
+        clock = QDateTime(QDate(2026, 3, 10), QTime(20, 0));
+        run("FiscalClosure", {"1"});
+        ConsoleCommands console(*emu);
+        QCOMPARE(console.run("journal " + condition), "journal " + condition);
+        QCOMPARE(emu->execute("SellReparto", {"1", "1", "DUE", "12000", "5", "1"}).errorCode(), 1);
+        connectTcp();
+
+        byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        DGFECrtForm read;
+        read.Command1->click();
+        if (condition == "full")
+            QVERIFY(read.lines().filter("UNO").size() == 1);
+        else
+            QCOMPARE(read.lines(), QStringList{"Nessuna operazione!"});
+
+        GiornaleStepForm wizard;
+        QCOMPARE(wizard.lblDGFE->text(), QStringLiteral("2"));
+        whenModal("FpMonitorForm", [](QWidget *w) { w->close(); });
+        wizard.btnFormat->click();
+        QCOMPARE(wizard.DgfeFormatted, formatResult == 0);
+        QCOMPARE(journal().number, newNumber);
+        if (formatResult == 0) {
+            QCOMPARE(wizard.lblNewDgfe->text(), QString::number(newNumber));
+            // A new, empty journal but for its first slip; receipts go in again.
+            QCOMPARE(journal().entries().size(), 1);
+            QCOMPARE(emu->execute("SellReparto", {"1", "1", "DUE", "12000", "5", "1"}).result, 0);
+        } else {
+            QVERIFY(MsgBox::shownTexts().last().contains("NON POSSIBILE"));
+        }
     }
 
     void powerCycle_data()
