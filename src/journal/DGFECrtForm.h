@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateEdit> // complete: QPointer needs the whole class where it is assigned
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QPointer>
@@ -8,7 +9,6 @@
 #include <cstdint>
 #include <functional>
 
-class QDateEdit;
 class QLabel;
 class QListWidget;
 class QPushButton;
