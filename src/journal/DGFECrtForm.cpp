@@ -233,8 +233,9 @@ void DGFECrtForm::addLine(const QString &line)
     // lays out all its rows again for every insertion, so one row at a time
     // would make each line cost more than the last. While the lines stream
     // in they are handed to the list together, at most every ListRefreshMs
-    // (a rate the eye cannot tell from every line); a slow printer's lines
-    // go in one by one.
+    // (ten times a second still reads as a list that flows); a slow
+    // printer's lines go in one by one. A pause, a stop and the end show
+    // every line at once.
     m_pending.append(line);
     if (!m_listShown.isValid() || m_listShown.hasExpired(ListRefreshMs))
         showLatestLines();

@@ -29,7 +29,7 @@ public:
     static QPointer<QDateEdit> ToDate;
 
     static constexpr int16_t EndOfSelection = 3102; // InfoCode of the last line
-    static constexpr int ListRefreshMs = 40;       // how often a growing list is painted
+    static constexpr int ListRefreshMs = 100;      // how often a growing list is painted
 
     explicit DGFECrtForm(QWidget *parent = nullptr);
 
