@@ -3,7 +3,7 @@
 #include "ProgrammingFile.h"
 #include "ProgrammingFileName.h"
 #include "ProgrammingGridModel.h"
-#include "ProgrammingGridView.h"
+#include "GridView.h"
 #include "RestoreProgramming.h"
 #include "XmlViewPrinterRead.h"
 #include "printer/KelvoFPControl.h"
