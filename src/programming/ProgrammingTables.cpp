@@ -420,7 +420,7 @@ int16_t WriteRow(KelvoFPControl &control, const ProgrammingTable &table, int16_t
 
 void ReadTableIntoGrid(KelvoFPControl &control, const ProgrammingTable &table, ProgrammingGrid &grid)
 {
-    grid.clearRows();
+    SetupGrid(grid, table);
     const int16_t last = table.lastPrinterRow();
     for (int n = table.firstRow; n <= last; ++n) {
         if (control.Busy())

@@ -100,7 +100,7 @@ int16_t ReadRow(KelvoFPControl &control, const ProgrammingTable &table, int16_t 
 // result is that of the last.
 int16_t WriteRow(KelvoFPControl &control, const ProgrammingTable &table, int16_t n, const QStringList &cells);
 
-// The whole table from the printer into the grid, row after row up to the
+// The whole table from the printer into the grid (set up anew), row after row up to the
 // table's last: a row is added before its read and stays blank when the read
 // fails; a busy control ends the table at once. Nothing is reported.
 void ReadTableIntoGrid(KelvoFPControl &control, const ProgrammingTable &table, ProgrammingGrid &grid);
