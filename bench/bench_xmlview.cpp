@@ -118,6 +118,19 @@ int main(int argc, char **argv)
     gFPControl = &control;
     gMaxNReparti = 40;
 
+    QFile loadavg(QStringLiteral("/proc/loadavg"));
+    if (loadavg.open(QIODevice::ReadOnly))
+        printf("load average: %s", loadavg.readAll().constData());
+
+    // 0. The screen alone: an empty file, no printer.
+    QList<double> alone;
+    for (int r = 0; r < rounds; ++r) {
+        XmlViewForm::FormMode = 2;
+        XmlViewForm::XmlFile = folder.filePath(QStringLiteral("empty.xml"));
+        alone << seconds([] { XmlViewForm form; });
+    }
+    printf("the screen alone (an empty file): %.3f s\n", median(alone));
+
     // 1. The whole read, through the screen and straight on the control.
     int calls = 0;
     QList<double> viaForm, viaControl;

@@ -172,6 +172,7 @@ void XmlViewForm::SetupGrids()
     ProgressBar1->setMaximum(SSTab1->count());
     ProgressBar1->setValue(0);
     showTables();
+    QCoreApplication::processEvents();
 }
 
 void XmlViewForm::advance(int progress)
@@ -180,20 +181,30 @@ void XmlViewForm::advance(int progress)
     QCoreApplication::processEvents();
 }
 
-void XmlViewForm::showTables(int progress)
+std::array<const ProgrammingGrid *, 9> XmlViewForm::grids() const
 {
-    const std::array<const ProgrammingGrid *, 9> grids{
-        &data.gridRigaInt, &data.gridIva, &data.gridRep, &data.gridCarteCredito, &data.gridTicket,
-        &data.gridFlag, &data.gridPS2, &data.gridPromoTable, &data.gridContantiDesc};
-    for (size_t i = 0; i < grids.size(); ++i)
-        m_models[i]->fill([&](ProgrammingGrid &g) { g = *grids[i]; });
-    if (progress >= 0)
-        ProgressBar1->setValue(progress);
-    QCoreApplication::processEvents();
+    return {&data.gridRigaInt, &data.gridIva, &data.gridRep, &data.gridCarteCredito, &data.gridTicket,
+            &data.gridFlag, &data.gridPS2, &data.gridPromoTable, &data.gridContantiDesc};
+}
+
+void XmlViewForm::showTable(const ProgrammingGrid &grid)
+{
+    const auto all = grids();
+    for (size_t i = 0; i < all.size(); ++i) {
+        if (all[i] == &grid)
+            m_models[i]->fill([&grid](ProgrammingGrid &shown) { shown = grid; });
+    }
+}
+
+void XmlViewForm::showTables()
+{
+    for (const ProgrammingGrid *grid : grids())
+        showTable(*grid);
 }
 
 void XmlViewForm::InitData()
 {
+    // Each table goes on screen as soon as it is read; the bar moves per tab.
     namespace P = XmlViewPrinterRead;
     if (FormMode != 2) {
         data.flagRow = 1;
@@ -204,47 +215,57 @@ void XmlViewForm::InitData()
             return;
         }
         P::LoadIvaFromPrinter(data);
-        showTables();
+        showTable(data.gridIva);
         P::LoadRepFromPrinter(data);
-        showTables(1);
+        showTable(data.gridRep);
+        advance(1);
         P::LoadCarteFromPrinter(data);
-        showTables();
+        showTable(data.gridCarteCredito);
         P::LoadTicketFromPrinter(data);
-        showTables(2);
+        showTable(data.gridTicket);
+        advance(2);
         P::LoadFlagFromPrinter(data);
-        showTables();
+        showTable(data.gridFlag);
         P::LoadIntFromPrinter(data);
-        showTables();
+        showTable(data.gridRigaInt);
         P::LoadLogoFromPrinter(data);
         P::LoadPS2FromPrinter(data);
-        showTables(3);
+        showTable(data.gridPS2);
+        advance(3);
         P::LoadPromoFromPrinter(data);
-        showTables(4);
+        showTable(data.gridPromoTable);
+        advance(4);
         P::LoadContantiFromPrinter(data);
-        showTables(5);
+        showTable(data.gridContantiDesc);
+        advance(5);
         return;
     }
 
     ProgrammingFile file(xmlName, xmlFolder);
     file.LoadIvaFromFile(data);
-    showTables();
+    showTable(data.gridIva);
     file.LoadRepFromFile(data);
-    showTables(1);
+    showTable(data.gridRep);
+    advance(1);
     file.LoadCarteFromFile(data);
-    showTables();
+    showTable(data.gridCarteCredito);
     file.LoadTicketFromFile(data);
-    showTables(2);
+    showTable(data.gridTicket);
+    advance(2);
     file.LoadFlagFromFile(data);
-    showTables();
+    showTable(data.gridFlag);
     file.LoadIntFromFile(data);
-    showTables();
+    showTable(data.gridRigaInt);
     file.LoadLogoFromFile(data);
     file.LoadPS2FromFile(data);
-    showTables(3);
+    showTable(data.gridPS2);
+    advance(3);
     file.LoadPromoFromFile(data);
-    showTables(4);
+    showTable(data.gridPromoTable);
+    advance(4);
     file.LoadContantiFromFile(data);
-    showTables(5);
+    showTable(data.gridContantiDesc);
+    advance(5);
     if (!file.problem().isEmpty())
         MsgBox::show(file.problem(), QMessageBox::Ok, QMessageBox::Warning);
 }

@@ -64,8 +64,10 @@ protected:
     void reject() override;
 
 private:
-    void showTables(int progress = -1); // the grids as data holds them, the bar, one turn of the events
-    void advance(int progress);         // the bar and one turn of the events
+    std::array<const ProgrammingGrid *, 9> grids() const; // in the order of m_models
+    void showTable(const ProgrammingGrid &grid); // one grid on screen as data holds it
+    void showTables();
+    void advance(int progress); // the bar, and one turn of the events to show it
     void saveToFile();
     void restoreToPrinter();
     void setWorking(bool working);
