@@ -144,11 +144,11 @@ ProgForm::ProgForm(QWidget *parent) : QDialog(parent)
     setMinimumWidth(TwipsToPixels(7200, logicalDpiX()));
 
     txtDesc->installEventFilter(this);
+    // A reset replaces the selection model's contents, not the model itself.
     connect(gridProg->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
         if (!m_loading)
             gridProg_SelChange();
     });
-    // A reset replaces the selection model's contents, not the model itself.
     connect(gridProg, &QTableView::clicked, this, [this](const QModelIndex &i) { gridProg_Click(i.column()); });
     connect(btnAdd, &QPushButton::clicked, this, &ProgForm::btnAdd_Click);
     connect(btnOK, &QPushButton::clicked, this, &ProgForm::btnOK_Click);
@@ -465,7 +465,8 @@ void ProgForm::btnAdd_Click()
                 result = view->rowAccess().write(*gFPControl, int16_t(r), cells);
                 wrote = true;
                 if (result == 0) {
-                    settings->SetValueAtt(QStringLiteral("InstallIva"), QStringLiteral("Iva%1").arg(r), rate);
+                    if (settings)
+                        settings->SetValueAtt(QStringLiteral("InstallIva"), QStringLiteral("Iva%1").arg(r), rate);
                     LoadTassa();
                 }
             }
@@ -502,6 +503,10 @@ int ProgForm::IvaRowOfRate(int rate) const
 void ProgForm::btnOK_Click()
 {
     const ProgrammingGrid &grid = gridModel->grid();
+    if (!settings) { // already closed: the form is on its way out
+        accept();
+        return;
+    }
     if (TableKind == kVatKind) {
         for (int n = 1; n <= kVatRows; ++n)
             settings->SetValueAtt(QStringLiteral("InstallIva"), QStringLiteral("Iva%1").arg(n), grid.text(n, 1));

@@ -421,6 +421,8 @@ int16_t WriteRow(KelvoFPControl &control, const ProgrammingTable &table, int16_t
 void ReadTableIntoGrid(KelvoFPControl &control, const ProgrammingTable &table, ProgrammingGrid &grid)
 {
     SetupGrid(grid, table);
+    if (table.access.isEmpty())
+        return; // flags, header and logos are read by their own rules
     const int16_t last = table.lastPrinterRow();
     for (int n = table.firstRow; n <= last; ++n) {
         if (control.Busy())
@@ -441,6 +443,8 @@ void ReadTableIntoGrid(KelvoFPControl &control, const ProgrammingTable &table, P
 int16_t WriteGridToPrinter(KelvoFPControl &control, const ProgrammingTable &table, const ProgrammingGrid &grid)
 {
     int16_t result = 0;
+    if (table.access.isEmpty())
+        return result; // flags, header and logos are written by their own rules
     for (int row = 1; row < grid.rows(); ++row) {
         if (control.Busy())
             break;

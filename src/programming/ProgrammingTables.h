@@ -103,6 +103,7 @@ int16_t WriteRow(KelvoFPControl &control, const ProgrammingTable &table, int16_t
 // The whole table from the printer into the grid (set up anew), row after row up to the
 // table's last: a row is added before its read and stays blank when the read
 // fails; a busy control ends the table at once. Nothing is reported.
+// Tables with their own rules (no access) are only set up.
 void ReadTableIntoGrid(KelvoFPControl &control, const ProgrammingTable &table, ProgrammingGrid &grid);
 // Every qualifying row of the grid back to the printer; a busy control ends
 // the table at once; failures are not reported. The result of the last write.
