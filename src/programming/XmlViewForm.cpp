@@ -187,24 +187,23 @@ std::array<const ProgrammingGrid *, 9> XmlViewForm::grids() const
             &data.gridFlag, &data.gridPS2, &data.gridPromoTable, &data.gridContantiDesc};
 }
 
-void XmlViewForm::showTable(const ProgrammingGrid &grid)
-{
-    const auto all = grids();
-    for (size_t i = 0; i < all.size(); ++i) {
-        if (all[i] == &grid)
-            m_models[i]->fill([&grid](ProgrammingGrid &shown) { shown = grid; });
-    }
-}
-
 void XmlViewForm::showTables()
 {
-    for (const ProgrammingGrid *grid : grids())
-        showTable(*grid);
+    const auto all = grids();
+    for (size_t i = 0; i < all.size(); ++i)
+        m_models[i]->fill([grid = all[i]](ProgrammingGrid &shown) { shown = *grid; });
 }
 
 void XmlViewForm::InitData()
 {
-    // Each table goes on screen as soon as it is read; the bar moves per tab.
+    // The bar moves per tab while the tables come in; the grids, filled with
+    // their redraw off, go on screen together at the end.
+    fillData();
+    showTables();
+}
+
+void XmlViewForm::fillData()
+{
     namespace P = XmlViewPrinterRead;
     if (FormMode != 2) {
         data.flagRow = 1;
@@ -215,56 +214,38 @@ void XmlViewForm::InitData()
             return;
         }
         P::LoadIvaFromPrinter(data);
-        showTable(data.gridIva);
         P::LoadRepFromPrinter(data);
-        showTable(data.gridRep);
         advance(1);
         P::LoadCarteFromPrinter(data);
-        showTable(data.gridCarteCredito);
         P::LoadTicketFromPrinter(data);
-        showTable(data.gridTicket);
         advance(2);
         P::LoadFlagFromPrinter(data);
-        showTable(data.gridFlag);
         P::LoadIntFromPrinter(data);
-        showTable(data.gridRigaInt);
         P::LoadLogoFromPrinter(data);
         P::LoadPS2FromPrinter(data);
-        showTable(data.gridPS2);
         advance(3);
         P::LoadPromoFromPrinter(data);
-        showTable(data.gridPromoTable);
         advance(4);
         P::LoadContantiFromPrinter(data);
-        showTable(data.gridContantiDesc);
         advance(5);
         return;
     }
 
     ProgrammingFile file(xmlName, xmlFolder);
     file.LoadIvaFromFile(data);
-    showTable(data.gridIva);
     file.LoadRepFromFile(data);
-    showTable(data.gridRep);
     advance(1);
     file.LoadCarteFromFile(data);
-    showTable(data.gridCarteCredito);
     file.LoadTicketFromFile(data);
-    showTable(data.gridTicket);
     advance(2);
     file.LoadFlagFromFile(data);
-    showTable(data.gridFlag);
     file.LoadIntFromFile(data);
-    showTable(data.gridRigaInt);
     file.LoadLogoFromFile(data);
     file.LoadPS2FromFile(data);
-    showTable(data.gridPS2);
     advance(3);
     file.LoadPromoFromFile(data);
-    showTable(data.gridPromoTable);
     advance(4);
     file.LoadContantiFromFile(data);
-    showTable(data.gridContantiDesc);
     advance(5);
     if (!file.problem().isEmpty())
         MsgBox::show(file.problem(), QMessageBox::Ok, QMessageBox::Warning);

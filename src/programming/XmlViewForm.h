@@ -65,8 +65,8 @@ protected:
 
 private:
     std::array<const ProgrammingGrid *, 9> grids() const; // in the order of m_models
-    void showTable(const ProgrammingGrid &grid); // one grid on screen as data holds it
-    void showTables();
+    void fillData();   // InitData without the screen
+    void showTables(); // the grids on screen as data holds them
     void advance(int progress); // the bar, and one turn of the events to show it
     void saveToFile();
     void restoreToPrinter();
