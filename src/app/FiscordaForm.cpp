@@ -217,6 +217,17 @@ void FiscordaForm::mSetupPrn_Click()
 
 void FiscordaForm::mXmlRead_Click()
 {
+    const std::optional<QString> chosen = XmlViewForm::ChooseFileToOpen(this);
+    if (!chosen) {
+        MsgBox::show(QStringLiteral("Lettura dati da file annullata!"), QMessageBox::Ok, QMessageBox::Information,
+                     MsgBox::applicationTitle());
+        return;
+    }
+    // A new form for each file, released when it closes.
+    XmlViewForm::XmlFile = *chosen;
+    XmlViewForm::FormMode = 2;
+    XmlViewForm form(this);
+    form.exec();
 }
 
 void FiscordaForm::mPrnRead_Click()

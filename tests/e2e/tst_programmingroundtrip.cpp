@@ -1,0 +1,225 @@
+// The whole programming through the real control and the emulated printer:
+// read into the grids, saved to a file, opened again, and written into a
+// printer whose programming was changed meanwhile, which must end up as it
+// was. Also the printer that goes away in the middle of a read or a restore.
+#include "FormTestEnv.h"
+#include "emulator/EmulatorServer.h"
+#include "printer/KelvoProtocolControl.h"
+#include "printer/SharedState.h"
+#include "programming/XmlViewForm.h"
+#include "settings/Conversions.h"
+#include "ui/FileDialog.h"
+
+#include <QPushButton>
+#include <QTableView>
+#include <QtTest>
+
+namespace {
+
+// The programming part of the printer's memory. A header line is what the
+// printer prints: its trailing blanks do not count; a promotion's total is
+// not programming.
+PrinterMemory programming(PrinterMemory m)
+{
+    for (HeaderLine &h : m.header) {
+        while (h.text.endsWith(QLatin1Char(' ')))
+            h.text.chop(1);
+    }
+    for (PromoRow &p : m.promos)
+        p.total = Currency();
+    return m;
+}
+
+void compareProgramming(const PrinterMemory &actual, const PrinterMemory &expected)
+{
+    const PrinterMemory a = programming(actual), e = programming(expected);
+    QCOMPARE(a.iva, e.iva);
+    QCOMPARE(a.departments, e.departments);
+    QCOMPARE(a.cards, e.cards);
+    QCOMPARE(a.tickets, e.tickets);
+    QCOMPARE(a.cash, e.cash);
+    QCOMPARE(a.ps2, e.ps2);
+    QCOMPARE(a.promos, e.promos);
+    QCOMPARE(a.flags, e.flags);
+    QCOMPARE(a.params, e.params);
+    QCOMPARE(a.header, e.header);
+}
+
+QStringList filledRows(const ProgrammingGrid &g)
+{
+    QStringList rows;
+    for (int r = 1; r < g.rows(); ++r) {
+        const QStringList cells = g.row(r);
+        if (!cells.join(QString()).trimmed().isEmpty())
+            rows << cells.join(QLatin1Char('|'));
+    }
+    return rows;
+}
+
+} // namespace
+
+class TestProgrammingRoundTrip : public QObject
+{
+    Q_OBJECT
+    std::optional<FormTestEnv> env;
+    std::optional<EmulatorServer> emu;
+    std::optional<KelvoProtocolControl> control;
+
+    void run(const char *name, const QList<QByteArray> &args)
+    {
+        const Reply reply = emu->execute(name, args);
+        QVERIFY2(reply.result == 0, qPrintable(QString::fromLatin1(name) + " refused"));
+    }
+
+    // A programming that differs from a new printer's in every table.
+    void programPrinter()
+    {
+        run("WriteIva", {"2", "10.5"});
+        run("WriteReparto", {"9", "  GELATI  ", "0", "0", "0", "0", "3", "55000", "2", "4", ""});
+        run("WriteCarta", {"7", "DINERS"});
+        run("WriteTicket", {"3", "EDENRED", "80000"});
+        run("WriteContante", {"4", "ASSEGNI"});
+        run("WriteContantePredefinito", {"4", "250000"});
+        run("WritePS2", {"65", "17"});
+        run("WritePromo", {"5", "2", "7", "123", "PROMO 5", "12345", "1", "1", ""});
+        run("WriteFlag", {"5", "1"});
+        run("WriteParam", {"20", "300"});
+        run("WriteHeaderLine", {"5", QByteArray(16, ' ') + "CENTRATA" + QByteArray(16, ' ')});
+        run("WriteHeaderStyle", {"5", "1"});
+    }
+
+    // Another programming over it: what the restore has to undo.
+    void changePrinter()
+    {
+        run("WriteIva", {"1", "4"});
+        run("WriteReparto", {"1", "ALTRO", "10000", "20000", "30000", "0", "2", "0", "1", "1", ""});
+        run("WriteReparto", {"40", "ULTIMO", "0", "0", "0", "0", "1", "0", "0", "0", ""});
+        run("WriteCarta", {"7", "ALTRA"});
+        run("WriteTicket", {"1", "BUONO", "1"});
+        run("WriteContantePredefinito", {"4", "1"});
+        run("WritePS2", {"65", "0"});
+        run("WritePS2", {"0", "9"});
+        run("WritePromo", {"5", "1", "1", "9", "X", "1", "1", "1", ""});
+        run("WriteFlag", {"5", "0"});
+        run("WriteFlag", {"12", "0"});
+        run("WriteParam", {"20", "1"});
+        run("WriteHeaderLine", {"2", "VIA NUOVA"});
+        run("WriteHeaderStyle", {"1", "1"});
+    }
+
+    void listen()
+    {
+        quint16 port = 21000 + QCoreApplication::applicationPid() % 5000;
+        while (!emu->listenTcp(QHostAddress::LocalHost, port))
+            ++port;
+        control->setUseTcp(1);
+        control->setIpAddress("127.0.0.1");
+        control->setTcpPort(int16_t(port));
+        QCOMPARE(control->OpenTcp(), 0);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        env.emplace();
+        emu.emplace(EmulatorConfig());
+        QVERIFY(emu->start());
+        control.emplace();
+        control->setEuroSettings(2);
+        gFPControl = &*control;
+        listen();
+        gMaxNReparti = 40;
+        Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
+        FileDialog::startRecording();
+    }
+    void cleanup()
+    {
+        FileDialog::stopRecording();
+        Conv::setLocaleForTests(QLocale::system());
+        gFPControl = nullptr;
+        control.reset();
+        emu.reset();
+        env.reset();
+    }
+
+    void readSaveOpenRestore()
+    {
+        programPrinter();
+        const PrinterMemory before = emu->model().memory();
+
+        XmlViewForm::FormMode = 1;
+        XmlViewForm read;
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+        QCOMPARE(read.data.gridRep.text(9, 1), QStringLiteral("  GELATI  "));
+        QCOMPARE(read.data.gridRigaInt.text(5, 3), QStringLiteral("4"));
+        const QString path = env->folder.filePath("copia.xml");
+        FileDialog::queueAnswer(path);
+        read.btnPrgSave->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Scrittura file terminata!"});
+
+        MsgBox::clearShown();
+        XmlViewForm::FormMode = 2;
+        XmlViewForm::XmlFile = path;
+        XmlViewForm file;
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+        // The file shows what was read: the lines and their style words (a
+        // centred line's 4 comes back as 0, and is centred by its blanks).
+        for (int n = 1; n <= 6; ++n)
+            QCOMPARE(file.data.gridRigaInt.row(n).mid(1, 2), read.data.gridRigaInt.row(n).mid(1, 2));
+        for (auto grid : {&XmlViewTables::gridIva, &XmlViewTables::gridRep, &XmlViewTables::gridCarteCredito,
+                          &XmlViewTables::gridTicket, &XmlViewTables::gridFlag, &XmlViewTables::gridPS2,
+                          &XmlViewTables::gridPromoTable, &XmlViewTables::gridContantiDesc})
+            QCOMPARE(filledRows(file.data.*grid), filledRows(read.data.*grid));
+        QCOMPARE(file.data.logoTesta, read.data.logoTesta);
+
+        changePrinter();
+        QVERIFY(emu->model().memory().departments != before.departments);
+        file.btnPrgSave->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione stampante terminata!"});
+        compareProgramming(emu->model().memory(), before);
+    }
+
+    void thePrinterGoesAwayDuringARead()
+    {
+        int handled = 0;
+        connect(&*emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name) {
+            if (name == "ReadTicket" && ++handled == 3)
+                emu->setPower(false);
+        });
+        XmlViewForm::FormMode = 1;
+        XmlViewForm form;
+        // What came before stays; every later row is blank, and the form is usable.
+        QCOMPARE(form.data.gridCarteCredito.text(4, 1), QStringLiteral("AMERICAN EXPRESS"));
+        QCOMPARE(form.data.gridTicket.text(2, 1), QStringLiteral("TICKET RESTAURANT"));
+        QCOMPARE(filledRows(form.data.gridPS2), QStringList());
+        QCOMPARE(form.gridPS2->model()->rowCount(), form.data.gridPS2.rows() - 1);
+        QCOMPARE(MsgBox::shownTexts().size(), 2); // the two logo parameters
+        QVERIFY(form.btnPrgSave->isEnabled());
+    }
+
+    void thePrinterGoesAwayDuringARestore()
+    {
+        const QString path = env->folder.filePath("p.xml");
+        {
+            XmlViewForm::FormMode = 1;
+            XmlViewForm read;
+            FileDialog::queueAnswer(path);
+            read.btnPrgSave->click();
+        }
+        MsgBox::clearShown();
+        XmlViewForm::FormMode = 2;
+        XmlViewForm::XmlFile = path;
+        XmlViewForm file;
+        int handled = 0;
+        connect(&*emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name) {
+            if (name == "WriteReparto" && ++handled == 10)
+                emu->setPower(false);
+        });
+        file.btnPrgSave->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione stampante terminata!"});
+        QCOMPARE(handled, 10);
+    }
+};
+
+QTEST_MAIN(TestProgrammingRoundTrip)
+#include "tst_programmingroundtrip.moc"
