@@ -6,8 +6,13 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QTemporaryFile>
 #include <pugixml.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -80,12 +85,35 @@ public:
 
 } // namespace
 
-XmlSettings::XmlSettings() = default;
+// A table of 999 rows puts thousands of attributes on one element, and
+// pugixml looks attributes up one by one: filling or reading such a table
+// would grow with the square of its size. Elements of that size get an index
+// by name (the first attribute of a name wins, as in a plain look-up).
+struct XmlSettings::AttributeIndex
+{
+    static constexpr int kFrom = 64; // smaller elements are walked
+    const void *node = nullptr;
+    bool built = false;
+    QHash<QByteArray, pugi::xml_attribute> byName;
+
+    void forget()
+    {
+        node = nullptr;
+        built = false;
+        byName.clear();
+    }
+};
+
+XmlSettings::XmlSettings()
+    : m_index(std::make_unique<AttributeIndex>())
+{
+}
 
 XmlSettings::~XmlSettings() = default;
 
 void XmlSettings::OpenSettings(const QString &fileName, const QString &folder, const QString &rootName)
 {
+    m_index->forget();
     m_doc = std::make_unique<pugi::xml_document>();
     const QString dir = folder.isEmpty() ? ProgramFolder() : folder;
     m_filePath = dir + QLatin1Char('/') + resolveCase(dir, fileName + QStringLiteral(".xml"));
@@ -111,6 +139,7 @@ void XmlSettings::OpenSettings(const QString &fileName, const QString &folder, c
 void XmlSettings::CloseSettings(const QString &path)
 {
     save(path.isEmpty() ? m_filePath : path);
+    m_index->forget();
     m_doc.reset();
 }
 
@@ -139,7 +168,7 @@ bool XmlSettings::GetValueAtt(const QString &tag, const QString &attribute, QStr
     const pugi::xml_node node = firstBelowRoot(tag);
     if (!node)
         return false;
-    const pugi::xml_attribute att = node.attribute(utf8(attribute).constData());
+    const pugi::xml_attribute att = findAttribute(node, utf8(attribute));
     if (!att)
         return false;
     value = QString::fromUtf8(att.value());
@@ -165,9 +194,12 @@ void XmlSettings::SetValueAtt(const QString &tag, const QString &attribute, cons
     requireName(attribute);
     pugi::xml_node node = findOrCreate(tag);
     const QByteArray name = utf8(attribute);
-    pugi::xml_attribute att = node.attribute(name.constData());
-    if (!att)
+    pugi::xml_attribute att = findAttribute(node, name);
+    if (!att) {
         att = node.append_attribute(name.constData());
+        if (m_index->built && m_index->node == node.internal_object())
+            m_index->byName.insert(name, att);
+    }
     // Line breaks and other control characters are written as character
     // references (&#13;&#10;), which a reader keeps; written raw, a reader
     // would turn them into blanks.
@@ -225,6 +257,29 @@ pugi::xml_node XmlSettings::findOrCreate(const QString &tag)
     return node;
 }
 
+pugi::xml_attribute XmlSettings::findAttribute(const pugi::xml_node &node, const QByteArray &name) const
+{
+    AttributeIndex &index = *m_index;
+    if (index.node != node.internal_object()) {
+        index.forget();
+        index.node = node.internal_object();
+    }
+    if (!index.built) {
+        int count = 0;
+        for (auto it = node.attributes_begin(); it != node.attributes_end() && count < AttributeIndex::kFrom; ++it)
+            ++count;
+        if (count < AttributeIndex::kFrom)
+            return node.attribute(name.constData());
+        for (pugi::xml_attribute att : node.attributes()) {
+            const QByteArray key(att.name());
+            if (!index.byName.contains(key))
+                index.byName.insert(key, att);
+        }
+        index.built = true;
+    }
+    return index.byName.value(name);
+}
+
 void XmlSettings::save(const QString &path) const
 {
     // One line: no declaration, no indentation, and no line end after the
@@ -233,8 +288,29 @@ void XmlSettings::save(const QString &path) const
     document().save(writer, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
 
     // Written beside the target and renamed over it only when complete: a
-    // failed save leaves the previous file as it was.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(writer.bytes) != writer.bytes.size() || !file.commit())
-        throw RunTimeError::pathFileAccess(QDir::toNativeSeparators(path), file.errorString());
+    // failed or killed save leaves the previous file as it was. No sync to
+    // disk: a programming file is saved once per flag round, hundreds of
+    // times in a row, and a sync each time would cost seconds; the rename
+    // over an existing file is ordered after its data by the file system.
+    QString target = path;
+    const QFileInfo info(path);
+    if (info.isSymLink())
+        target = info.symLinkTarget(); // the link stays, its file is replaced
+    const QFileInfo targetInfo(target);
+    QTemporaryFile file(targetInfo.absolutePath() + QStringLiteral("/.") + targetInfo.fileName()
+                        + QStringLiteral(".XXXXXX"));
+    const bool written = file.open() && file.write(writer.bytes) == writer.bytes.size() && file.flush();
+    if (written) {
+        // A new file gets the usual rights; a replaced one keeps its own.
+        file.setPermissions(targetInfo.exists() ? QFile::permissions(target)
+                                                : QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser
+                                                      | QFile::WriteUser | QFile::ReadGroup | QFile::ReadOther);
+        file.close();
+        if (std::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(target).constData()) == 0) {
+            file.setAutoRemove(false);
+            return;
+        }
+        throw RunTimeError::pathFileAccess(QDir::toNativeSeparators(path), QString::fromLocal8Bit(std::strerror(errno)));
+    }
+    throw RunTimeError::pathFileAccess(QDir::toNativeSeparators(path), file.errorString());
 }

@@ -7,6 +7,7 @@
 #include <memory>
 
 namespace pugi {
+class xml_attribute;
 class xml_document;
 class xml_node;
 }
@@ -83,8 +84,11 @@ private:
     pugi::xml_document &document() const;
     pugi::xml_node firstBelowRoot(const QString &tag) const;
     pugi::xml_node findOrCreate(const QString &tag);
+    pugi::xml_attribute findAttribute(const pugi::xml_node &node, const QByteArray &name) const;
     void save(const QString &path) const;
 
     QString m_filePath;
     std::unique_ptr<pugi::xml_document> m_doc;
+    struct AttributeIndex;
+    std::unique_ptr<AttributeIndex> m_index; // of the large element last used
 };
