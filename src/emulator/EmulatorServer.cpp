@@ -156,6 +156,7 @@ void EmulatorServer::onNewConnection()
                 return;
             }
             socket->write(bytes);
+            socket->flush(); // out now, not on the next turn of the event loop
         });
         connect(socket, &QTcpSocket::disconnected, this, [this, socket, peer] {
             m_traffic.event(peer, QStringLiteral("closed"));
