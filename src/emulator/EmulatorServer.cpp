@@ -137,10 +137,27 @@ void EmulatorServer::onNewConnection()
     while (QTcpSocket *socket = m_tcp->nextPendingConnection()) {
         socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         const QString peer = QStringLiteral("tcp %1:%2").arg(socket->peerAddress().toString()).arg(socket->peerPort());
+        if (connectionCount() >= MaxConnections) {
+            m_traffic.event(peer, QStringLiteral("refused: already %1 connections").arg(MaxConnections));
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
         WireSession *session = makeSession(peer);
         session->setParent(socket);
         connect(socket, &QTcpSocket::readyRead, session, [socket, session] { session->receive(socket->readAll()); });
-        connect(session, &WireSession::output, socket, [socket](const QByteArray &bytes) { socket->write(bytes); });
+        connect(session, &WireSession::output, socket, [this, socket, peer](const QByteArray &bytes) {
+            // A client that sends and never reads would have the answers pile
+            // up here without end: past a limit it is dropped.
+            if (socket->bytesToWrite() > MaxUnreadBytes) {
+                if (socket->state() != QAbstractSocket::UnconnectedState)
+                    m_traffic.event(peer, QStringLiteral("dropped: the client reads none of its answers"));
+                socket->abort();
+                return;
+            }
+            socket->write(bytes);
+            socket->flush(); // out now, not on the next turn of the event loop
+        });
         connect(socket, &QTcpSocket::disconnected, this, [this, socket, peer] {
             m_traffic.event(peer, QStringLiteral("closed"));
             m_sockets.removeAll(socket);

@@ -34,6 +34,11 @@ class EmulatorServer : public QObject
 {
     Q_OBJECT
 public:
+    // TCP clients served at once; more are closed as they come.
+    static constexpr int MaxConnections = 8;
+    // Answers a client may leave unread before it is dropped.
+    static constexpr qint64 MaxUnreadBytes = 4 * 1024 * 1024;
+
     explicit EmulatorServer(const EmulatorConfig &config, QObject *parent = nullptr);
     ~EmulatorServer() override;
 

@@ -4,6 +4,8 @@
 
 #include <QTimer>
 
+#include <utility>
+
 WireSession::WireSession(const QString &peer, Executor executor, FaultSwitches &faults, TrafficLog &log,
                          QObject *parent)
     : QObject(parent), m_peer(peer), m_executor(std::move(executor)), m_faults(faults), m_log(log)
@@ -17,6 +19,18 @@ void WireSession::resetInput()
 }
 
 void WireSession::receive(const QByteArray &bytes)
+{
+    // What this delivery brings about (ACK, NAK, answers) goes out in one
+    // write at the end: the ACK and an answer executed at once then share
+    // one packet and wake the client once.
+    m_collecting = true;
+    receiveBytes(bytes);
+    m_collecting = false;
+    if (!m_outgoing.isEmpty())
+        Q_EMIT output(std::exchange(m_outgoing, QByteArray()));
+}
+
+void WireSession::receiveBytes(const QByteArray &bytes)
 {
     if (!m_log.isOpen()) {
         m_decoder.feed(bytes);
@@ -35,7 +49,8 @@ void WireSession::receive(const QByteArray &bytes)
             m_log.bytes(m_peer, TrafficLog::Direction::In, noise, QStringLiteral("noise, dropped"));
             noise.clear();
         }
-        m_raw.append(c);
+        if (m_raw.size() <= Wire::MaxFrameBody + 8) // an overlong frame is logged by its start
+            m_raw.append(c);
         m_decoder.feed(QByteArray::fromRawData(&c, 1));
         while (auto e = m_decoder.next()) {
             const QByteArray raw = m_raw;
@@ -71,6 +86,11 @@ void WireSession::onEvent(const Wire::FrameDecoder::Event &e, const QByteArray &
     }
     if (m_faults.consume(FaultSwitches::Wire::Nak)) {
         send(QByteArray(1, Wire::NAK), QStringLiteral("fault nak"));
+        return;
+    }
+    if (m_queue.size() >= MaxQueued) {
+        // Requests come faster than a slow printer executes them: the buffer is full.
+        send(QByteArray(1, Wire::NAK), QStringLiteral("busy: %1 requests waiting").arg(m_queue.size()));
         return;
     }
     send(QByteArray(1, Wire::ACK));
@@ -131,5 +151,8 @@ void WireSession::answer(const Request &request)
 void WireSession::send(const QByteArray &bytes, const QString &note)
 {
     m_log.bytes(m_peer, TrafficLog::Direction::Out, bytes, note);
-    Q_EMIT output(bytes);
+    if (m_collecting)
+        m_outgoing += bytes;
+    else
+        Q_EMIT output(bytes);
 }

@@ -18,6 +18,9 @@ class WireSession : public QObject
 {
     Q_OBJECT
 public:
+    // Requests acknowledged and waiting for execution at most (with the slow fault).
+    static constexpr int MaxQueued = 16;
+
     using Executor = std::function<Reply(const QByteArray &name, const QList<QByteArray> &args)>;
 
     WireSession(const QString &peer, Executor executor, FaultSwitches &faults, TrafficLog &log,
@@ -37,6 +40,7 @@ private:
         char seq;
         QList<QByteArray> fields;
     };
+    void receiveBytes(const QByteArray &bytes);
     void onEvent(const Wire::FrameDecoder::Event &event, const QByteArray &raw);
     void processNext();
     void answer(const Request &request);
@@ -50,6 +54,8 @@ private:
     QByteArray m_raw;     // bytes of the event being decoded, for the log
     QList<Request> m_queue;
     bool m_busy = false;
+    bool m_collecting = false; // inside receive(): output waits in m_outgoing
+    QByteArray m_outgoing;
     QByteArray m_lastResponse;
     char m_lastSeq = 0;
 };

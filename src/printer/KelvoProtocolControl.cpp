@@ -3,6 +3,7 @@
 #include "Cp1252.h"
 #include "LocalFile.h"
 #include "SerialLine.h"
+#include "WireResponse.h"
 
 #include <QEventLoop>
 #include <QFile>
@@ -372,17 +373,12 @@ void KelvoProtocolControl::waitForLine(QIODevice *line, QDeadlineTimer deadline)
 
 int16_t KelvoProtocolControl::applyResponse(const QList<QByteArray> &fields)
 {
-    const QByteArray result = fields.value(0).trimmed();
-    if (result != "0" && result != "-1")
+    const std::optional<Wire::Response> response = Wire::parseResponse(fields);
+    if (!response)
         return BadResponse;
     setProperty(QStringLiteral("ErrorCode"), QStringLiteral("0"));
     setProperty(QStringLiteral("InfoCode"), QStringLiteral("0"));
-    for (qsizetype i = 1; i < fields.size(); ++i) {
-        const QByteArray &field = fields[i];
-        const qsizetype eq = field.indexOf('=');
-        if (eq <= 0)
-            continue;
-        setProperty(Cp1252::decode(field.left(eq)), Cp1252::decode(field.mid(eq + 1)));
-    }
-    return result == "0" ? 0 : -1;
+    for (const auto &[name, value] : response->properties)
+        setProperty(name, value);
+    return response->result;
 }

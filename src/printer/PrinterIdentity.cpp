@@ -14,7 +14,9 @@ bool fitsInFileName(const QString &matricola)
 {
     static const QString forbidden = QStringLiteral("/\\:*?\"<>|");
     for (QChar c : matricola) {
-        if (c.unicode() < 0x20 || forbidden.contains(c))
+        // Control characters include DEL and the C1 range (0x80-0x9F),
+        // which the printer's code page gives for some bytes.
+        if (c.category() == QChar::Other_Control || forbidden.contains(c))
             return false;
     }
     return matricola != QLatin1String(".") && matricola != QLatin1String("..");

@@ -123,7 +123,11 @@ void XmlSettings::OpenSettings(const QString &fileName, const QString &folder, c
     QFile file(m_filePath);
     if (file.open(QIODevice::ReadOnly)) {
         const QByteArray content = file.readAll();
-        Loaded = bool(m_doc->load_buffer(content.constData(), size_t(content.size())));
+        // A value reads back as it was written: one of blanks alone is kept
+        // (parse_ws_pcdata_single), and line ends are left as they are
+        // (no parse_eol), so that a CR-LF in a text is still a CR-LF.
+        const unsigned options = (pugi::parse_default | pugi::parse_ws_pcdata_single) & ~pugi::parse_eol;
+        Loaded = bool(m_doc->load_buffer(content.constData(), size_t(content.size()), options));
     }
     if (!Loaded) {
         // No file, or one that does not parse: a fresh document, which the

@@ -1,0 +1,25 @@
+#include "WireResponse.h"
+
+#include "Cp1252.h"
+
+namespace Wire {
+
+std::optional<Response> parseResponse(const QList<QByteArray> &fields)
+{
+    const QByteArray result = fields.value(0).trimmed();
+    if (result != "0" && result != "-1")
+        return std::nullopt;
+    Response response;
+    response.result = result == "0" ? 0 : -1;
+    response.properties.reserve(fields.size() - 1);
+    for (qsizetype i = 1; i < fields.size(); ++i) {
+        const QByteArray &field = fields[i];
+        const qsizetype eq = field.indexOf('=');
+        if (eq <= 0)
+            continue;
+        response.properties.append({Cp1252::decode(field.left(eq)), Cp1252::decode(field.mid(eq + 1))});
+    }
+    return response;
+}
+
+} // namespace Wire
