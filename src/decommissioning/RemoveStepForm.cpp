@@ -121,6 +121,11 @@ RemoveStepForm::RemoveStepForm(QWidget *parent) : QDialog(parent)
     layout->addLayout(buttons);
     resize(560, 360);
 
+    // Enter presses no button: a dialog would otherwise take its first button,
+    // the daily closure, as the default and run it from anywhere on the page.
+    for (QPushButton *b : findChildren<QPushButton *>())
+        b->setAutoDefault(false);
+
     connect(btnBack, &QPushButton::clicked, this, &RemoveStepForm::btnBack_Click);
     connect(btnFwd, &QPushButton::clicked, this, &RemoveStepForm::btnFwd_Click);
     connect(btnZChiusura, &QPushButton::clicked, this, &RemoveStepForm::btnZChiusura_Click);

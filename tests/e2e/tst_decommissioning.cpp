@@ -5,6 +5,7 @@
 // the memory before it, plus the closure just made) and its date.
 #include "FormTestEnv.h"
 #include "TestFiles.h"
+#include "app/FiscordaForm.h"
 #include "decommissioning/RemoveStepForm.h"
 #include "emulator/EmulatorServer.h"
 #include "paperwork/PrintFoglioForm.h"
@@ -57,6 +58,21 @@ private Q_SLOTS:
         SystemPrinters::stopUsingTestPrinters();
         FileDialog::stopRecording();
         env.reset();
+    }
+
+    void openedFromTheMainForm()
+    {
+        FiscordaForm mainForm(&*control);
+        mainForm.show();
+        QString serial;
+        whenModal("RemoveStepForm", [&](QWidget *w) {
+            auto *wizard = static_cast<RemoveStepForm *>(w);
+            serial = wizard->lblMat->text() + ' ' + wizard->windowTitle();
+            wizard->close(); // at any step, without a question
+        });
+        mainForm.btnRemove->click();
+        QCOMPARE(serial, QStringLiteral("QN41100123 Disintallazione"));
+        QVERIFY(MsgBox::shownTexts().isEmpty());
     }
 
     void wholeDecommissioning()

@@ -5,8 +5,10 @@
 // a printer switched off and on again, in the middle of a read and between
 // two commands, over TCP and over a pseudo-terminal.
 #include "FormTestEnv.h"
+#include "app/FiscordaForm.h"
 #include "emulator/ConsoleCommands.h"
 #include "emulator/EmulatorServer.h"
+#include "journal/GiornaleDGFEForm.h"
 #include "journal/GiornaleStepForm.h"
 #include "journal/DGFECrtForm.h"
 #include "journal/DGFEForm.h"
@@ -14,6 +16,7 @@
 #include "printer/KelvoProtocolControl.h"
 #include "ui/FileDialog.h"
 
+#include <QApplication>
 #include <QDateEdit>
 #include <QElapsedTimer>
 #include <QLabel>
@@ -158,6 +161,72 @@ private Q_SLOTS:
         DGFECrtForm none;
         none.Command1->click();
         QCOMPARE(listOf(none), QStringList{"Nessuna operazione!"});
+    }
+
+    // The technician's roads from the main form: "Giornale Elettronico DGFE",
+    // "Lettura DGFE", a day, "Su video", "INIZIO"; then "Cambio DGFE" with the
+    // printer switched off, the card changed for one to format, the printer
+    // on again and the new card formatted.
+    void roadsFromTheMainForm()
+    {
+        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
+        const QStringList tenth = journal().linesByDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        connectTcp();
+        FiscordaForm mainForm(&*control);
+        mainForm.show();
+
+        QStringList read, seen;
+        QList<int> tabs;
+        whenModal("GiornaleDGFEForm", [&](QWidget *w) {
+            auto *entry = static_cast<GiornaleDGFEForm *>(w);
+            whenModal("DGFEForm", [&](QWidget *w) {
+                auto *dates = static_cast<DGFEForm *>(w);
+                dates->dtInizio->setDate(QDate(2026, 3, 10));
+                dates->dtFine->setDate(QDate(2026, 3, 10));
+                whenModal("DGFECrtForm", [&](QWidget *w) {
+                    auto *screen = static_cast<DGFECrtForm *>(w);
+                    screen->Command1->click();
+                    read = screen->lines();
+                    screen->btnOk->click();
+                });
+                dates->btnDateCrt->click();
+                dates->btnOk->click();
+            });
+            entry->btnRead->click();
+
+            whenModal("GiornaleStepForm", [&](QWidget *w) {
+                auto *wizard = static_cast<GiornaleStepForm *>(w);
+                seen << wizard->lblDGFE->text();
+                wizard->btnFwd->click(); // still on: refused
+                tabs << wizard->SSTab1->currentIndex();
+                emu->setPower(false);
+                QTest::qWait(200);
+                ConsoleCommands console(*emu);
+                console.run("journal toformat");
+                for (int i = 0; i < 4; ++i)
+                    wizard->btnFwd->click();
+                tabs << wizard->SSTab1->currentIndex();
+                emu->setPower(true);
+                QTest::qWait(50);
+                wizard->btnFwd->click();
+                tabs << wizard->SSTab1->currentIndex() << wizard->btnFwd->isEnabled();
+                whenModal("FpMonitorForm", [](QWidget *w) { w->close(); });
+                wizard->btnFormat->click();
+                seen << wizard->lblNewDgfe->text() << wizard->btnFwd->text();
+                wizard->btnFwd->click();
+                tabs << wizard->isVisible();
+            });
+            entry->btnChange->click();
+            entry->btnOK->click();
+        });
+        mainForm.btnDGFE->click();
+
+        QCOMPARE(read, tenth);
+        QCOMPARE(tabs, QList<int>({0, 4, 5, false, false}));
+        QCOMPARE(seen, QStringList({"2", "2", "FINE"}));
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Spegni la stampante!"});
+        QCOMPARE(journal().number, 2);
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
     }
 
     void printerRefusesABadSelection_data()

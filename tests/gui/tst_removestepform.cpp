@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QtTest>
 
@@ -136,6 +137,20 @@ private Q_SLOTS:
         QTEST(int(MsgBox::shownTexts().size()), "messages");
         if (env->fake.count(command))
             QCOMPARE(env->fake.callsOf(command).first().args, QStringList{"1"});
+    }
+
+    // A stray Enter must never run a fiscal closure or a memory print.
+    void enterPressesNothing()
+    {
+        RemoveStepForm form;
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        standOn(form, 2, false, true, true);
+        form.SSTab1->tabBar()->setFocus();
+        QTest::keyClick(form.SSTab1->tabBar(), Qt::Key_Return);
+        QCOMPARE(env->fake.count("FiscalClosure"), 0);
+        QCOMPARE(form.SSTab1->currentIndex(), 2);
+        QVERIFY(MsgBox::shownTexts().isEmpty());
     }
 
     void sixthStepScreens()
