@@ -21,7 +21,7 @@ void ReportCommands::install(CommandTable &t)
     t.insert("ResetTotalePromo", [this](ArgReader &a) { return resetPromo(a); });
 }
 
-QStringList ReportCommands::financialLines(const Totals &t) const
+QStringList ReportCommands::financialLines(const Totals &t, bool period) const
 {
     const int w = m_ctx.lineWidth();
     auto row = [w](const QString &l, const QString &r) { return TextLayout::row(l, r, w); };
@@ -31,7 +31,7 @@ QStringList ReportCommands::financialLines(const Totals &t) const
         row(QStringLiteral("STORNI"), money(-t.voids)),
         row(QStringLiteral("SCONTI"), money(-t.discounts)),
         row(QStringLiteral("MAGGIORAZIONI"), money(t.surcharges)),
-        row(QStringLiteral("TOTALE GIORNALIERO"), money(t.net())),
+        row(period ? QStringLiteral("TOTALE PERIODICO") : QStringLiteral("TOTALE GIORNALIERO"), money(t.net())),
     };
     const char *names[] = {"CONTANTI", "ASSEGNI", "CARTE DI CREDITO", "TICKET"};
     for (int type = 0; type < 4; ++type)
@@ -131,7 +131,7 @@ Reply ReportCommands::xReport(ArgReader &a, Report kind, bool period)
           << TextLayout::rule(w);
     switch (kind) {
     case Report::Financial:
-        lines << financialLines(t) << vatLines(t);
+        lines << financialLines(t, period) << vatLines(t);
         break;
     case Report::Operator:
         for (int op = 1; op <= PrinterMemory::OperatorRows; ++op) {

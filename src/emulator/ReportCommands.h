@@ -22,7 +22,8 @@ private:
     Reply resetPlu(ArgReader &a);
     Reply resetPromo(ArgReader &a);
 
-    QStringList financialLines(const Totals &t) const;
+    // period: the totals since the printer began, not the day's.
+    QStringList financialLines(const Totals &t, bool period = false) const;
     QStringList vatLines(const Totals &t) const;
     QStringList reportFooter() const;
 

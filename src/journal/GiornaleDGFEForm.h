@@ -3,10 +3,20 @@
 #include <QDialog>
 #include <cstdint>
 
-// "Giornale di Fondo": the entry screen of the electronic journal.
+class QPushButton;
+
+// "Giornale di Fondo": the entry screen of the electronic journal, leading
+// to its reading and to the change of its memory.
 class GiornaleDGFEForm : public QDialog
 {
     Q_OBJECT
 public:
     explicit GiornaleDGFEForm(QWidget *parent = nullptr);
+
+    QPushButton *btnRead;
+    QPushButton *btnChange;
+    QPushButton *btnOK;
+
+    void btnRead_Click();
+    void btnChange_Click();
 };

@@ -188,6 +188,23 @@ void KelvoProtocolControl::endWaitingCall(QIODevice *closedLine)
         m_loop->quit();
 }
 
+QIODevice *KelvoProtocolControl::reopenLostLine()
+{
+    // A printer switched off and on again, a cable pulled and put back: the
+    // line went away without the program closing it. One attempt on the same
+    // settings; a printer still off refuses it at once (or within TimeoutAck
+    // on TCP), and the command then tells "not connected" as before.
+    const bool tcp = UseTcp() == 1;
+    if (tcp)
+        OpenTcp();
+    else
+        OpenComPort();
+    QIODevice *line = openLine();
+    if (!line)
+        lostFlag(tcp) = true; // the next command tries again
+    return line;
+}
+
 QIODevice *KelvoProtocolControl::openLine() const
 {
     if (UseTcp() == 1)
@@ -223,6 +240,8 @@ int16_t KelvoProtocolControl::execute(const QByteArray &name, const QList<QByteA
     if (EuroSettings() != 2)
         return WrongEuroSettings;
     QIODevice *line = openLine();
+    if (!line && lostFlag(UseTcp() == 1))
+        line = reopenLostLine();
     if (!line)
         return lostFlag(UseTcp() == 1) ? NotConnected : PortNotOpen;
 

@@ -21,7 +21,9 @@ class QTcpSocket;
 // painting and taking clicks, and a printer that lives in the same thread
 // keeps answering. A command that arrives meanwhile (from that event loop)
 // gets result 9 at once and nothing is sent; closing the port meanwhile ends
-// the waiting command with result 1.
+// the waiting command with result 1. A line lost without the program closing
+// it (the printer switched off, the cable pulled) is opened again by the next
+// command, once, before that command is sent.
 class KelvoProtocolControl : public KelvoFPControlBase
 {
 public:
@@ -52,6 +54,7 @@ protected:
 
 private:
     QIODevice *openLine() const; // the line UseTcp chooses, when it is open
+    QIODevice *reopenLostLine(); // one attempt to bring a lost line back
     bool lineUp(QIODevice *line) const;
     void startConnection();
     void shutTcp();

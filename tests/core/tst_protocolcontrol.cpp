@@ -252,18 +252,22 @@ private Q_SLOTS:
         control->ReadAzzeramenti();
         QCOMPARE(control->Azzeramenti(), 4);
         QTRY_VERIFY(!tcpOpen()); // seen while idle
-        QCOMPARE(readReparto(), 1);
-        QCOMPARE(readReparto(), 1); // lost, not merely closed
+        printer->onRequest = nullptr;
+        QCOMPARE(readReparto(), 0); // lost, not closed: the command opens it again
+        QCOMPARE(printer->connections, 2);
+        QCOMPARE(printer->seqs.last(), '0'); // a new connection numbers anew
         control->setUseTcp(0);
         QCOMPARE(readReparto(), 2); // the serial port was never open
         control->setUseTcp(1);
         control->CloseTcp();
-        QCOMPARE(readReparto(), 2);
+        QCOMPARE(readReparto(), 2); // closed by the program: left closed
+        QCOMPARE(printer->connections, 2);
 
         printer.reset(); // nobody listens any more
         QVERIFY(control->OpenTcp() != 0);
         QVERIFY(!tcpOpen());
         QCOMPARE(readReparto(), 1);
+        QCOMPARE(readReparto(), 1); // each command tries once more
     }
 
     void nothingSentWithoutCause()

@@ -1,0 +1,314 @@
+// The journal screens against the emulated printer over the real control:
+// a journal written on several days and kept across a restart of the
+// printer, read back by date and by number exactly, accented text on the
+// wire, on the screen and in the file; the printer refusing a selection; and
+// a printer switched off and on again, in the middle of a read and between
+// two commands, over TCP and over a pseudo-terminal.
+#include "FormTestEnv.h"
+#include "emulator/ConsoleCommands.h"
+#include "emulator/EmulatorServer.h"
+#include "journal/GiornaleStepForm.h"
+#include "journal/DGFECrtForm.h"
+#include "journal/DGFEForm.h"
+#include "printer/Cp1252.h"
+#include "printer/KelvoProtocolControl.h"
+#include "ui/FileDialog.h"
+
+#include <QDateEdit>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest>
+
+class TestJournalEmulator : public QObject
+{
+    Q_OBJECT
+    std::optional<FormTestEnv> env;
+    std::optional<EmulatorServer> emu;
+    std::optional<KelvoProtocolControl> control;
+    std::optional<DGFEForm> selection;
+    QDateTime clock;
+
+    EmulatorConfig config() const
+    {
+        EmulatorConfig c;
+        c.statePath = env->folder.filePath("state.json");
+        c.paperPath.clear();
+        return c;
+    }
+    void startPrinter()
+    {
+        emu.emplace(config());
+        QVERIFY(emu->start());
+        emu->model().context().systemClock = [this] { return clock; };
+        QVERIFY(emu->listenTcp(QHostAddress::LocalHost, 0));
+    }
+    void connectTcp()
+    {
+        control.emplace();
+        control->setEuroSettings(2);
+        control->setTimeoutAck(1);
+        control->setUseTcp(1);
+        control->setIpAddress("127.0.0.1");
+        control->setTcpPort(int16_t(emu->tcpPort()));
+        QCOMPARE(control->OpenTcp(), 0);
+        gFPControl = &*control;
+    }
+    void run(const char *name, const QList<QByteArray> &args)
+    {
+        const Reply r = emu->execute(name, args);
+        QVERIFY2(r.result == 0, name);
+    }
+    void receipt(const QDateTime &when, const QByteArray &description)
+    {
+        clock = when;
+        run("SellReparto", {"1", "1", description, "12000", "5", "1"});
+        run("PayReceipt", {"1", "", "0", "0", "0", "1"});
+    }
+    static QStringList listOf(const DGFECrtForm &form)
+    {
+        QStringList out;
+        for (int i = 0; i < form.ListDGFE->count(); ++i)
+            out << form.ListDGFE->item(i)->text();
+        return out;
+    }
+    void byDate(QDate from, QDate to)
+    {
+        selection->dtInizio->setDate(from);
+        selection->dtFine->setDate(to);
+        DGFECrtForm::ByNumber = false;
+        DGFECrtForm::FromDate = selection->dtInizio;
+        DGFECrtForm::ToDate = selection->dtFine;
+    }
+    void byNumber(QDate day, const QString &first, const QString &last)
+    {
+        selection->dtScontr->setDate(day);
+        DGFECrtForm::ByNumber = true;
+        DGFECrtForm::ReceiptDate = selection->dtScontr;
+        DGFECrtForm::FirstReceipt = first;
+        DGFECrtForm::LastReceipt = last;
+    }
+    const ElectronicJournal &journal() { return emu->model().memory().journal; }
+
+private Q_SLOTS:
+    void init()
+    {
+        env.emplace();
+        FileDialog::startRecording();
+        clock = QDateTime(QDate(2026, 3, 9), QTime(9, 0));
+        startPrinter();
+        selection.emplace();
+    }
+    void cleanup()
+    {
+        selection.reset();
+        gFPControl = &env->fake;
+        control.reset();
+        emu.reset();
+        FileDialog::stopRecording();
+        env.reset();
+    }
+
+    void readsSelectExactlyAcrossARestart()
+    {
+        receipt(QDateTime(QDate(2026, 3, 9), QTime(9, 0)), "PANE");
+        receipt(QDateTime(QDate(2026, 3, 9), QTime(9, 5)), "LATTE");
+        clock = QDateTime(QDate(2026, 3, 9), QTime(20, 0));
+        run("FiscalClosure", {"1"});
+        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
+        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 1)), Cp1252::encode(QStringLiteral("CAFFÈ €")));
+        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 2)), "TRE");
+        receipt(QDateTime(QDate(2026, 3, 11), QTime(8, 0)), "DOMANI");
+        const QStringList tenth = journal().linesByDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        const QStringList second = journal().linesByNumber(QDate(2026, 3, 10), 2, 2);
+
+        // The journal is the printer's memory: a restart keeps it whole.
+        const qsizetype documents = journal().entries().size();
+        emu.reset();
+        startPrinter();
+        QCOMPARE(journal().entries().size(), documents);
+        connectTcp();
+
+        byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        DGFECrtForm date;
+        date.Command1->click();
+        QCOMPARE(listOf(date), tenth);
+        QCOMPARE(tenth.filter("UNO").size() + tenth.filter("TRE").size(), 2);
+        QVERIFY(tenth.filter("PANE").isEmpty() && tenth.filter("DOMANI").isEmpty());
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+
+        byNumber(QDate(2026, 3, 10), "2", "2");
+        DGFECrtForm number;
+        number.Command1->click();
+        QCOMPARE(listOf(number), second);
+        // The accented line arrives whole: Windows-1252 on the wire, right on screen.
+        QCOMPARE(second.filter(QStringLiteral("CAFFÈ €")).size(), 1);
+        QVERIFY(second.filter("UNO").isEmpty() && second.filter("TRE").isEmpty());
+
+        const QString path = env->folder.filePath("out.log");
+        FileDialog::queueAnswer(path);
+        number.btnSalvaSuFile->click();
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().contains("CAFF\xC8 \x80"));
+
+        // Nothing on a day without receipts.
+        byNumber(QDate(2026, 3, 12), "1", "9");
+        DGFECrtForm none;
+        none.Command1->click();
+        QCOMPARE(listOf(none), QStringList{"Nessuna operazione!"});
+    }
+
+    void printerRefusesABadSelection_data()
+    {
+        QTest::addColumn<bool>("number");
+        QTest::addColumn<QString>("detail");
+        QTest::newRow("dates upside down") << false << "DATA ERRATA";
+        QTest::newRow("first receipt above the last") << true << "VALORE ERRATO";
+    }
+    void printerRefusesABadSelection()
+    {
+        QFETCH(bool, number);
+        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
+        connectTcp();
+        if (number)
+            byNumber(QDate(2026, 3, 10), "3", "1");
+        else
+            byDate(QDate(2026, 3, 11), QDate(2026, 3, 10));
+        DGFECrtForm form;
+        form.Command1->click();
+        QCOMPARE(form.ReadResult, int16_t(-1));
+        QCOMPARE(MsgBox::shownTexts().size(), 1);
+        QFETCH(QString, detail);
+        QVERIFY2(MsgBox::shownTexts().first().contains(detail), qPrintable(MsgBox::shownTexts().first()));
+        QCOMPARE(listOf(form), QStringList{QString()}); // what the line property held: nothing yet
+        QVERIFY(form.ReadEnded && form.btnSalvaSuFile->isEnabled());
+    }
+
+    void printerSwitchedOffInTheMiddleOfARead()
+    {
+        for (int i = 0; i < 6; ++i)
+            receipt(QDateTime(QDate(2026, 3, 10), QTime(8, i)), "ARTICOLO");
+        const QStringList all = journal().linesByDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        connectTcp();
+        byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        DGFECrtForm form;
+        form.onReadTurn = [&] {
+            if (form.lineCount() == 10 && emu->isPowered())
+                emu->setPower(false);
+        };
+        form.Command1->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Registratore non collegato.\r\n"});
+        // What came stays, with the line the control still held once more.
+        QCOMPARE(listOf(form), all.mid(0, 11) << all.at(10));
+        QVERIFY(form.ReadEnded && form.btnSalvaSuFile->isEnabled() && form.btnOk->isEnabled());
+
+        // Switched on again, the same screen reads the whole selection.
+        emu->setPower(true);
+        MsgBox::clearShown();
+        form.onReadTurn = nullptr;
+        form.Command1->click();
+        QCOMPARE(listOf(form), all);
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+    }
+
+    // The card conditions a technician meets, thrown from the console: a full
+    // card refuses receipts, a card to format or of another fiscal memory
+    // reads as empty, and the wizard's format starts a new journal.
+    void cardConditionsAndFormat_data()
+    {
+        QTest::addColumn<QString>("condition");
+        QTest::addColumn<int>("formatResult");
+        QTest::addColumn<int>("newNumber");
+        QTest::newRow("full") << "full" << 0 << 2;
+        QTest::newRow("to format") << "toformat" << 0 << 2;
+        QTest::newRow("of another fiscal memory") << "othermf" << -1 << 1;
+    }
+    void cardConditionsAndFormat()
+    {
+        QFETCH(QString, condition);
+        QFETCH(int, formatResult);
+        QFETCH(int, newNumber);
+        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
+        clock = QDateTime(QDate(2026, 3, 10), QTime(20, 0));
+        run("FiscalClosure", {"1"});
+        ConsoleCommands console(*emu);
+        QCOMPARE(console.run("journal " + condition), "journal " + condition);
+        QCOMPARE(emu->execute("SellReparto", {"1", "1", "DUE", "12000", "5", "1"}).errorCode(), 1);
+        connectTcp();
+
+        byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        DGFECrtForm read;
+        read.Command1->click();
+        if (condition == "full")
+            QVERIFY(read.lines().filter("UNO").size() == 1);
+        else
+            QCOMPARE(read.lines(), QStringList{"Nessuna operazione!"});
+
+        GiornaleStepForm wizard;
+        QCOMPARE(wizard.lblDGFE->text(), QStringLiteral("2"));
+        whenModal("FpMonitorForm", [](QWidget *w) { w->close(); });
+        wizard.btnFormat->click();
+        QCOMPARE(wizard.DgfeFormatted, formatResult == 0);
+        QCOMPARE(journal().number, newNumber);
+        if (formatResult == 0) {
+            QCOMPARE(wizard.lblNewDgfe->text(), QString::number(newNumber));
+            // A new, empty journal but for its first slip; receipts go in again.
+            QCOMPARE(journal().entries().size(), 1);
+            QCOMPARE(emu->execute("SellReparto", {"1", "1", "DUE", "12000", "5", "1"}).result, 0);
+        } else {
+            QVERIFY(MsgBox::shownTexts().last().contains("NON POSSIBILE"));
+        }
+    }
+
+    void powerCycle_data()
+    {
+        QTest::addColumn<bool>("tcp");
+        QTest::newRow("tcp") << true;
+        QTest::newRow("pty") << false;
+    }
+    void powerCycle()
+    {
+        QFETCH(bool, tcp);
+        if (tcp) {
+            connectTcp();
+        } else {
+            QVERIFY(emu->openPty(env->folder.path(), 7, "19200,n,8,1"));
+            control.emplace();
+            control->setEuroSettings(2);
+            control->setTimeoutAck(1);
+            control->setComPort(7);
+            control->setComSettings("19200,n,8,1");
+            control->OpenComPort();
+            QVERIFY(control->IsComPortOpen());
+        }
+        QCOMPARE(control->ReadDateTime(), int16_t(0));
+
+        emu->setPower(false);
+        QTest::qWait(200); // the program idles meanwhile and sees the line go
+        QElapsedTimer took;
+        took.start();
+        QCOMPARE(control->ReadDateTime(), int16_t(1));
+        QCOMPARE(control->ReadDateTime(), int16_t(1)); // tried again, still off
+        QVERIFY2(took.elapsed() < 1000, "a printer that is off answers at once");
+
+        emu->setPower(true);
+        QTest::qWait(50);
+        // No OpenTcp / OpenComPort by the program: the command brings the line back.
+        QCOMPARE(control->ReadDateTime(), int16_t(0));
+        int16_t n = 2;
+        QCOMPARE(control->ReadIva(n), int16_t(0));
+        QCOMPARE(control->IvaAliquota(), 10.0f);
+
+        // A port the program closed stays closed.
+        if (tcp)
+            control->CloseTcp();
+        else
+            control->CloseComPort();
+        QCOMPARE(control->ReadDateTime(), int16_t(2));
+    }
+};
+
+QTEST_MAIN(TestJournalEmulator)
+#include "tst_journalemulator.moc"

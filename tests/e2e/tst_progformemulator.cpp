@@ -1,0 +1,182 @@
+// The table editor against the emulated printer over loopback TCP: a row of
+// each table read, changed and read back; the department count beyond the
+// printer's; the VAT defaults on a printer without rates; a refused value;
+// and a line that drops between two rows.
+#include "FormTestEnv.h"
+#include "emulator/EmulatorServer.h"
+#include "printer/KelvoProtocolControl.h"
+#include "printer/SharedState.h"
+#include "programming/ProgForm.h"
+#include "programming/ProgrammingGridModel.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QtTest>
+
+class TestProgFormEmulator : public QObject
+{
+    Q_OBJECT
+    std::optional<FormTestEnv> env;
+    std::optional<EmulatorServer> emu;
+    std::optional<KelvoProtocolControl> control;
+
+    void start(int departments = 40)
+    {
+        EmulatorConfig config;
+        config.departments = departments;
+        emu.emplace(config);
+        QVERIFY(emu->start());
+        quint16 port = 20000 + QCoreApplication::applicationPid() % 5000;
+        while (!emu->listenTcp(QHostAddress::LocalHost, port))
+            ++port;
+        control.emplace();
+        control->setEuroSettings(2);
+        control->setUseTcp(1);
+        control->setIpAddress("127.0.0.1");
+        control->setTcpPort(int16_t(port));
+        control->OpenTcp();
+        gFPControl = &*control;
+    }
+    Reply read(const char *name, int n) { return emu->execute(name, {QByteArray::number(n)}); }
+
+private Q_SLOTS:
+    void init()
+    {
+        env.emplace();
+        ProgForm::WizardMode = false;
+        gMaxNReparti = 40;
+    }
+    void cleanup()
+    {
+        control.reset();
+        emu.reset();
+        env.reset();
+    }
+
+    void rowReadAndWrittenPerKind_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("before");     // txtDesc once the row is selected
+        QTest::addColumn<QStringList>("fields"); // txtDesc, txtLimite, txtPercOpr typed
+        QTest::addColumn<QString>("readBack");   // command to read the row on the printer
+        QTest::addColumn<QStringList>("stored"); // property=value expected there
+        QTest::addColumn<QStringList>("gridRow");
+
+        QTest::newRow("card") << 0 << 2 << "VISA" << QStringList{"DINERS", "", ""} << "ReadCarta"
+                              << QStringList{"CartaDescrizione=DINERS"} << QStringList{"2", "DINERS"};
+        QTest::newRow("cash") << 1 << 4 << "" << QStringList{"ASSEGNI", "", ""} << "ReadContante"
+                              << QStringList{"ContanteDescrizione=ASSEGNI"} << QStringList{"4", "ASSEGNI"};
+        QTest::newRow("ticket") << 2 << 1 << "BUONO PASTO" << QStringList{"PASTO", "6.5", ""} << "ReadTicket"
+                                << QStringList{"TicketDescrizione=PASTO", "TicketValore=65000"}
+                                << QStringList{"1", "PASTO", "6.5"};
+        QTest::newRow("VAT") << 3 << 4 << "4" << QStringList{"22.5", "", ""} << "ReadIva"
+                             << QStringList{"IvaAliquota=22.5"} << QStringList{"4", "22.5"};
+        QTest::newRow("department") << 4 << 9 << "" << QStringList{"DOLCI  ", "25", ""} << "ReadReparto"
+                                    << QStringList{"RepartoDescrizione=DOLCI  ", "RepartoLimite=250000",
+                                                   "RepartoIva=2", "RepartoScontRiass=1", "RepartoGrpMerc=4"}
+                                    << QStringList{"9", "DOLCI  ", "25", "10", "1", "4"};
+        QTest::newRow("operator") << 5 << 3 << "OPERATORE 3" << QStringList{"LUCA", "4321", "3.5"}
+                                  << "ReadOperatore"
+                                  << QStringList{"OperatoreDescrizione=LUCA", "OperatorePassword=4321",
+                                                 "OperatorePercentuale=3.5"}
+                                  << QStringList{"3", "LUCA", "4321", "3.5"};
+        QTest::newRow("preset amount") << 6 << 2 << "100" << QStringList{"150", "", ""} << "ReadContantePredefinito"
+                                       << QStringList{"ContanteImporto=1500000"} << QStringList{"2", "150"};
+    }
+    void rowReadAndWrittenPerKind()
+    {
+        QFETCH(int, kind);
+        QFETCH(int, row);
+        QFETCH(QString, before);
+        QFETCH(QStringList, fields);
+        QFETCH(QString, readBack);
+        QFETCH(QStringList, stored);
+        QFETCH(QStringList, gridRow);
+        start();
+        ProgForm::TableKind = int16_t(kind);
+        ProgForm form;
+        QVERIFY2(MsgBox::shownTexts().isEmpty(), qPrintable(MsgBox::shownTexts().join('|')));
+        form.selectRow(row);
+        QCOMPARE(form.txtDesc->text(), before);
+        form.txtDesc->setText(fields[0]);
+        form.txtLimite->setText(fields[1]);
+        form.txtPercOpr->setText(fields[2]);
+        if (kind == 4) {
+            form.comboIVA->setCurrentIndex(1); // the second rate: VAT row 2
+            form.comboScontRiass->setCurrentIndex(1);
+            form.comboGrpMerc->setCurrentIndex(4);
+        }
+        form.btnAdd->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione effettuata!"});
+        const Reply r = read(readBack.toLatin1().constData(), row);
+        for (const QString &p : stored) {
+            const QString name = p.section('=', 0, 0);
+            QCOMPARE(name + "=" + r.property(name.toLatin1().constData()), p);
+        }
+        QCOMPARE(form.gridModel->grid().row(row), gridRow);
+        QCOMPARE(form.currentRow(), row);
+    }
+
+    void departmentsBeyondThePrinter()
+    {
+        start(30);
+        gMaxNReparti = 35;
+        ProgForm::TableKind = 4;
+        ProgForm form;
+        // The printer's refusal of department 31 is shown once; 31 to 35 stay blank.
+        QCOMPARE(MsgBox::shownTexts().size(), 1);
+        QVERIFY(MsgBox::shownTexts().first().contains("NON PREVISTO"));
+        QCOMPARE(form.gridModel->rowCount(), 35);
+        QCOMPARE(form.gridModel->grid().text(30, 0), QStringLiteral("30"));
+        QCOMPARE(form.gridModel->grid().row(31), QStringList(6));
+        QCOMPARE(form.gridModel->grid().text(1, 1), QStringLiteral("ALIMENTARI"));
+        // Department 1 has VAT row 4: the grid shows the rate.
+        QCOMPARE(form.gridModel->grid().text(1, 3), QStringLiteral("4"));
+        QCOMPARE(form.gridModel->grid().text(9, 3), QString()); // no VAT row
+    }
+
+    void defaultsOnAPrinterWithoutRates()
+    {
+        start();
+        for (int n = 1; n <= 4; ++n)
+            QCOMPARE(emu->execute("WriteIva", {QByteArray::number(n), "0"}).result, 0);
+        ProgForm::TableKind = 4;
+        ProgForm form;
+        QStringList rates;
+        for (int n = 1; n <= 4; ++n)
+            rates << read("ReadIva", n).property("IvaAliquota");
+        QCOMPARE(rates, QStringList({"4", "10", "20", "0"}));
+        QCOMPARE(form.comboIVA->itemText(2), QStringLiteral("20"));
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+    }
+
+    void refusalAndADroppedLine()
+    {
+        start();
+        ProgForm::TableKind = 3;
+        ProgForm form;
+        // A rate the printer refuses: its message, and the grid as it was.
+        form.selectRow(4);
+        form.txtDesc->setText("150");
+        form.btnAdd->click();
+        QCOMPARE(MsgBox::shownTexts().size(), 1);
+        QVERIFY(MsgBox::shownTexts().first().contains("VALORE ERRATO"));
+        QCOMPARE(form.gridModel->grid().text(4, 1), QStringLiteral("4"));
+
+        // The printer goes away between two rows: each command reports, the
+        // fields and the grid stay as they were.
+        MsgBox::clearShown();
+        emu->setPower(false);
+        form.selectRow(2);
+        form.txtDesc->setText("11");
+        form.btnAdd->click();
+        QCOMPARE(MsgBox::shownTexts().size(), 2); // the selection's read, the write
+        QCOMPARE(form.txtDesc->text(), QStringLiteral("11"));
+        QCOMPARE(form.gridModel->grid().row(2), QStringList({"2", "10"}));
+    }
+};
+
+QTEST_MAIN(TestProgFormEmulator)
+#include "tst_progformemulator.moc"

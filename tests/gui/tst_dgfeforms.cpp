@@ -1,0 +1,448 @@
+// The journal screens on a scripted control: the exact calls of a read and of
+// the print roads, the end of a selection, pause and stop between two lines,
+// failures in the middle, bad receipt numbers, the close question and the
+// bytes of the saved file.
+#include "FormTestEnv.h"
+#include "journal/DGFECrtForm.h"
+#include "journal/DGFEForm.h"
+#include "settings/Conversions.h"
+#include "ui/FileDialog.h"
+
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest>
+
+class TestDgfeForms : public QObject
+{
+    Q_OBJECT
+    std::optional<FormTestEnv> env;
+    std::optional<DGFEForm> selection;
+    QStringList journal;          // what the printer serves
+    QList<int> timeoutAtCall;     // TimeoutOp as each read call found it
+    int served = 0;
+
+    // The printer's side of the read: the first call opens the selection,
+    // each call gives the next line, the last one with 3102.
+    void serve(const QStringList &lines)
+    {
+        journal = lines;
+        env->fake.handler = [this](const FakeFPControl::Call &c, FakeFPControl &f) -> std::optional<int16_t> {
+            if (!c.name.startsWith("ReadDgfeBy"))
+                return std::nullopt;
+            timeoutAtCall << f.TimeoutOp();
+            f.setTimeoutOp(-1);
+            if (c.args.last() == "1")
+                served = 0;
+            if (journal.isEmpty()) {
+                f.setProperty("DgfeLine", "STALE");
+                f.setProperty("InfoCode", "3102");
+                return 0;
+            }
+            f.setProperty("DgfeLine", journal.value(served));
+            f.setProperty("InfoCode", served >= journal.size() - 1 ? "3102" : "0");
+            ++served;
+            return 0;
+        };
+    }
+    static QStringList lines(int n)
+    {
+        QStringList out;
+        for (int i = 1; i <= n; ++i)
+            out << QStringLiteral("RIGA %1").arg(i);
+        return out;
+    }
+    static QStringList listOf(const DGFECrtForm &form)
+    {
+        QStringList out;
+        for (int i = 0; i < form.ListDGFE->count(); ++i)
+            out << form.ListDGFE->item(i)->text();
+        return out;
+    }
+    QStringList readArgs() const
+    {
+        QStringList out;
+        for (const auto &c : env->fake.calls)
+            if (c.name.startsWith("ReadDgfeBy"))
+                out << c.args.join(',');
+        return out;
+    }
+    void byDate(QDate from, QDate to)
+    {
+        selection->dtInizio->setDate(from);
+        selection->dtFine->setDate(to);
+        DGFECrtForm::ByNumber = false;
+        DGFECrtForm::FromDate = selection->dtInizio;
+        DGFECrtForm::ToDate = selection->dtFine;
+    }
+    void byNumber(QDate day, const QString &first, const QString &last)
+    {
+        selection->dtScontr->setDate(day);
+        DGFECrtForm::ByNumber = true;
+        DGFECrtForm::ReceiptDate = selection->dtScontr;
+        DGFECrtForm::FirstReceipt = first;
+        DGFECrtForm::LastReceipt = last;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        env.emplace();
+        FileDialog::startRecording();
+        Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
+        selection.emplace();
+        timeoutAtCall.clear();
+        env->fake.setProperty("MatricolaPrefix", "QN");
+        env->fake.setProperty("MatricolaModel", "41");
+        env->fake.setProperty("MatricolaNumber", "100123");
+    }
+    void cleanup()
+    {
+        selection.reset();
+        Conv::setLocaleForTests(QLocale::system());
+        FileDialog::stopRecording();
+        env.reset();
+    }
+
+    void loadShowsTheSelection()
+    {
+        byNumber(QDate(2006, 7, 4), "3", "12");
+        DGFECrtForm number;
+        QCOMPARE(QStringList({number.lblDataIni->text(), number.lblDataIni2->text(), number.lblDataFin->text(),
+                              number.lblDataFin2->text(), number.lblScontFin->text(), number.lblScontFin2->text()}),
+                 QStringList({"Scontrino iniziale:", "3", "Scontrino finale:", "12", "Data:", "4/7/2006"}));
+        byDate(QDate(2026, 1, 2), QDate(2026, 11, 23));
+        DGFECrtForm date;
+        QCOMPARE(QStringList({date.lblDataIni->text(), date.lblDataIni2->text(), date.lblDataFin->text(),
+                              date.lblDataFin2->text(), date.lblScontFin->text(), date.lblScontFin2->text()}),
+                 QStringList({"Data iniziale:", "2/1/2026", "Data finale:", "23/11/2026", "", ""}));
+        QVERIFY(!date.CmdPausa->isEnabled() && !date.CmdStop->isEnabled() && !date.btnSalvaSuFile->isEnabled());
+        QVERIFY(date.ListDGFE->font().fixedPitch());
+        QVERIFY(QFontInfo(date.ListDGFE->font()).fixedPitch());
+        QVERIFY(env->fake.calls.isEmpty()); // nothing is read before INIZIO
+    }
+
+    void wholeSelectionInOrder_data()
+    {
+        QTest::addColumn<bool>("number");
+        QTest::addColumn<int>("n");
+        QTest::newRow("date, 5 lines") << false << 5;
+        QTest::newRow("date, 2 lines") << false << 2;
+        QTest::newRow("number, 4 lines") << true << 4;
+    }
+    void wholeSelectionInOrder()
+    {
+        QFETCH(bool, number);
+        QFETCH(int, n);
+        if (number)
+            byNumber(QDate(2026, 3, 10), "2", "1,5"); // 1,5 goes as 2, halves to even
+        else
+            byDate(QDate(2026, 3, 1), QDate(2026, 3, 31));
+        serve(lines(n));
+        DGFECrtForm form;
+        form.Command1->click();
+        // Each line once, the end line included.
+        QCOMPARE(listOf(form), lines(n));
+        QCOMPARE(form.ListDGFE->currentRow(), form.ListDGFE->count() - 1);
+        const QString sel = number ? "1,10,3,2026,2,2" : "1,1,3,2026,31,3,2026";
+        QStringList expected{sel + ",1"};
+        for (int i = 1; i < n; ++i)
+            expected << sel + ",0";
+        QCOMPARE(readArgs(), expected);
+        QCOMPARE(timeoutAtCall, QList<int>(n, 30));
+        QVERIFY(form.ReadEnded && form.btnSalvaSuFile->isEnabled() && form.btnOk->isEnabled());
+        QVERIFY(!form.CmdPausa->isEnabled() && !form.CmdStop->isEnabled());
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+    }
+
+    void emptySelectionRestsOnTheCode()
+    {
+        byDate(QDate(2026, 3, 1), QDate(2026, 3, 1));
+        serve({});
+        DGFECrtForm form;
+        form.Command1->click();
+        QCOMPARE(listOf(form), QStringList{"Nessuna operazione!"});
+        QCOMPARE(env->fake.count("ReadDgfeByDate"), 1);
+    }
+
+    void pickersReadAgainAtEachCall()
+    {
+        byNumber(QDate(2026, 3, 10), "1", "9");
+        serve(lines(3));
+        DGFECrtForm form;
+        form.onReadTurn = [&] { selection->dtScontr->setDate(QDate(2026, 3, 11)); };
+        form.Command1->click();
+        QCOMPARE(readArgs(), QStringList({"1,10,3,2026,1,9,1", "1,11,3,2026,1,9,0", "1,11,3,2026,1,9,0"}));
+    }
+
+    void pauseHoldsOnlyAReadByDate()
+    {
+        serve(lines(6));
+        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        DGFECrtForm form;
+        int turns = 0;
+        int heldAt = -1;
+        int pausedTurns = 0;
+        form.onReadTurn = [&] {
+            ++turns;
+            if (turns == 3) {
+                form.CmdPausa->click();
+                heldAt = form.lineCount();
+                // Woken by the timer, the read must still be where it was.
+                QTimer::singleShot(30, &form, [&] {
+                    QCOMPARE(form.lineCount(), heldAt);
+                    QCOMPARE(form.ListDGFE->count(), heldAt); // a paused list shows all it has
+                    QCOMPARE(form.CmdPausa->text(), QStringLiteral("RIPRENDI"));
+                    form.CmdPausa->click();
+                });
+            } else if (form.ReadPaused) {
+                ++pausedTurns;
+            }
+        };
+        form.Command1->click();
+        QCOMPARE(heldAt, 2);
+        QVERIFY(pausedTurns >= 1);
+        QCOMPARE(listOf(form), lines(6)); // nothing lost, nothing doubled
+        QCOMPARE(form.CmdPausa->text(), QStringLiteral("PAUSA"));
+
+        // By number the button only changes its caption.
+        byNumber(QDate(2026, 3, 10), "1", "6");
+        DGFECrtForm number;
+        number.onReadTurn = [&] {
+            if (number.lineCount() == 1 && !number.ReadPaused)
+                number.CmdPausa->click();
+        };
+        number.Command1->click();
+        QCOMPARE(listOf(number), lines(6));
+        QCOMPARE(number.CmdPausa->text(), QStringLiteral("RIPRENDI"));
+
+        // A new read begins with the state word reset but the caption kept:
+        // the first press pauses and leaves "RIPRENDI" as it is.
+        number.onReadTurn = [&] {
+            if (number.lineCount() == 1 && !number.ReadPaused)
+                number.CmdPausa->click();
+        };
+        number.Command1->click();
+        QCOMPARE(number.CmdPausa->text(), QStringLiteral("RIPRENDI"));
+        QVERIFY(number.ReadPaused);
+    }
+
+    void stopKeepsWhatCame()
+    {
+        serve(lines(10));
+        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        DGFECrtForm form;
+        form.onReadTurn = [&] {
+            if (form.lineCount() == 3)
+                form.CmdStop->click(); // the turn's own line still comes
+        };
+        form.Command1->click();
+        // Four lines, and the one fetched after them.
+        QCOMPARE(listOf(form), lines(5));
+        QCOMPARE(env->fake.count("ReadDgfeByDate"), 5);
+        QVERIFY(form.btnSalvaSuFile->isEnabled());
+    }
+
+    void failureInTheMiddle_data()
+    {
+        QTest::addColumn<int>("result");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("line lost") << 1 << "Registratore non collegato.\r\n";
+        QTest::newRow("no answer") << 8 << "";
+    }
+    void failureInTheMiddle()
+    {
+        QFETCH(int, result);
+        serve(lines(10));
+        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        DGFECrtForm form;
+        form.onReadTurn = [&] {
+            if (form.lineCount() == 3)
+                env->fake.queueResult("ReadDgfeByDate", int16_t(result));
+        };
+        form.Command1->click();
+        // The list keeps what came, and the line still held once more.
+        QCOMPARE(listOf(form), QStringList({"RIGA 1", "RIGA 2", "RIGA 3", "RIGA 4", "RIGA 4"}));
+        QCOMPARE(form.ReadResult, int16_t(result));
+        QCOMPARE(MsgBox::shownTexts().size(), 1);
+        QFETCH(QString, message);
+        if (!message.isEmpty())
+            QCOMPARE(MsgBox::shownTexts().first(), message);
+        QVERIFY(form.ReadEnded && form.btnSalvaSuFile->isEnabled() && form.btnOk->isEnabled());
+    }
+
+    void busyControlReadsNothing()
+    {
+        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        serve(lines(3));
+        env->fake.busy = true;
+        DGFECrtForm form;
+        form.Command1->click();
+        QVERIFY(env->fake.calls.isEmpty());
+        QCOMPARE(form.ListDGFE->count(), 0);
+        QVERIFY(form.ReadEnded);
+    }
+
+    void badReceiptNumbersEndTheReadCleanly_data()
+    {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("last");
+        QTest::addColumn<QString>("named");
+        QTest::newRow("letters") << "abc" << "5" << "abc";
+        QTest::newRow("beyond 16 bits") << "1" << "40000" << "40000";
+        QTest::newRow("empty") << "" << "2" << "";
+    }
+    void badReceiptNumbersEndTheReadCleanly()
+    {
+        QFETCH(QString, first);
+        QFETCH(QString, last);
+        QFETCH(QString, named);
+        serve(lines(3));
+        byNumber(QDate(2026, 3, 10), first, last);
+        DGFECrtForm form;
+        form.Command1->click();
+        QCOMPARE(env->fake.count("ReadDgfeByNumber"), 0);
+        QCOMPARE(MsgBox::shownTexts(),
+                 QStringList{QStringLiteral("Numero scontrino non valido: \"%1\"\nInserire un numero da 1 a 32767.").arg(named)});
+        QVERIFY(form.ReadEnded && form.btnOk->isEnabled());
+        QCOMPARE(form.ListDGFE->count(), 0);
+    }
+
+    void closeQuestion()
+    {
+        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        DGFECrtForm form;
+        form.show();
+        MsgBox::queueAnswer(QMessageBox::No);
+        form.btnOk->click();
+        QVERIFY(form.isVisible());
+        MsgBox::queueAnswer(QMessageBox::Yes);
+        form.btnOk->click();
+        QVERIFY(form.isVisible());
+        QCOMPARE(MsgBox::shownTexts(),
+                 QStringList({"Visualizzazione non ancora terminata! Vuoi terminare la visualizzazione ed uscire?",
+                              "Visualizzazione non ancora terminata! Vuoi terminare la visualizzazione ed uscire?",
+                              "Premere CHIUDI per uscire!"}));
+        form.btnOk->click();
+        QVERIFY(!form.isVisible());
+        QCOMPARE(MsgBox::shownTexts().size(), 3);
+    }
+
+    void savedFileBytes()
+    {
+        serve({QStringLiteral("CAFFÈ           1,20 €"), QStringLiteral("Perché sì")});
+        byNumber(QDate(2026, 3, 10), "1", "2");
+        DGFECrtForm form;
+        form.Command1->click();
+        const QString path = env->folder.filePath("DGFE_QN41100123.log");
+        FileDialog::queueAnswer(path);
+        form.btnSalvaSuFile->click();
+        QCOMPARE(FileDialog::asked().first().folder, path); // proposed in the program's folder
+        QCOMPARE(FileDialog::asked().first().filter, QStringLiteral("*.log"));
+        QCOMPARE(MsgBox::shown().last().text, QStringLiteral("Salvataggio su file eseguito"));
+        QCOMPARE(MsgBox::shown().last().icon, QMessageBox::Information);
+        const QByteArray expected = "DISPOSITIVO GIORNALE DI FONDO ELETTRONICO\r\n \r\n"
+                                    "DATA 10/3/2026  DA Sc.  1   A Sc.  2\r\n \r\n"
+                                    "CAFF\xC8           1,20 \x80\r\nPerch\xE9 s\xEC\r\n";
+        QCOMPARE(readAll(path), expected);
+
+        // A second save to the same name replaces the first.
+        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        serve({});
+        DGFECrtForm date;
+        date.Command1->click();
+        FileDialog::queueAnswer(path);
+        date.btnSalvaSuFile->click();
+        QCOMPARE(readAll(path), QByteArray("DISPOSITIVO GIORNALE DI FONDO ELETTRONICO\r\n \r\n"
+                                           "DAL 1/3/2026   AL 2/3/2026\r\n \r\nNessuna operazione!\r\n"));
+        QCOMPARE(QDir(env->folder.path()).entryList(QDir::Files), QStringList{"DGFE_QN41100123.log"});
+    }
+
+    void saveCancelledUnwritableOrWithoutSerial()
+    {
+        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        serve(lines(2));
+        DGFECrtForm form;
+        form.Command1->click();
+        MsgBox::clearShown();
+
+        FileDialog::queueAnswer(std::nullopt);
+        form.btnSalvaSuFile->click();
+        QVERIFY(MsgBox::shownTexts().isEmpty());
+        QCOMPARE(form.ListDGFE->count(), 2);
+
+        env->fake.queueResult("ReadMatricola", 1);
+        // A "folder" that is a file: no rights let anyone write under it.
+        const QString locked = env->folder.filePath("locked");
+        QVERIFY(QFile(locked).open(QIODevice::WriteOnly));
+        FileDialog::queueAnswer(locked + "/DGFE_.log");
+        form.btnSalvaSuFile->click();
+        QCOMPARE(QFileInfo(FileDialog::asked().last().folder).fileName(), QStringLiteral("DGFE_.log"));
+        QVERIFY(MsgBox::shownTexts().last().startsWith("Impossibile salvare il file"));
+        QCOMPARE(MsgBox::shown().last().icon, QMessageBox::Critical);
+    }
+
+    void printRoads_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<bool>("busy");
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QStringList>("texts");
+        QTest::newRow("by date") << "btnDatePrn" << "1" << false << "PrintDgfeByDate 1,2,3,2026,5,3,2026" << QStringList{};
+        QTest::newRow("by date, busy") << "btnDatePrn" << "1" << true << "" << QStringList{};
+        QTest::newRow("by number, 1,5 is 2") << "btnNumPrn" << "1,5" << false << "PrintDgfeByNumber 1,4,3,2026,2,7"
+                                             << QStringList{};
+        QTest::newRow("not numeric") << "btnNumPrn" << "x" << false << "" << QStringList{"Inserire valori numerici!"};
+        QTest::newRow("not numeric, busy") << "btnNumPrn" << "x" << true << "" << QStringList{"Inserire valori numerici!"};
+        QTest::newRow("beyond 16 bits") << "btnNumPrn" << "99999" << false << ""
+                                        << QStringList{"Numero scontrino non valido: \"99999\"\nInserire un numero da 1 a 32767."};
+    }
+    void printRoads()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, first);
+        QFETCH(bool, busy);
+        selection->dtInizio->setDate(QDate(2026, 3, 2));
+        selection->dtFine->setDate(QDate(2026, 3, 5));
+        selection->dtScontr->setDate(QDate(2026, 3, 4));
+        selection->txtScontrIni->setText(first);
+        selection->txtScontrFine->setText("7");
+        env->fake.busy = busy;
+        selection->findChild<QPushButton *>(button)->click();
+        QStringList calls;
+        for (const auto &c : env->fake.calls)
+            calls << c.name + ' ' + c.args.join(',');
+        QFETCH(QString, call);
+        QCOMPARE(calls, call.isEmpty() ? QStringList{} : QStringList{call});
+        QTEST(MsgBox::shownTexts(), "texts");
+    }
+
+    void selectionOpensTheScreenWithIt()
+    {
+        selection->txtScontrIni->setText("abc"); // not checked on the road to the screen
+        selection->dtScontr->setDate(QDate(2026, 3, 4));
+        QString shown;
+        whenModal("DGFECrtForm", [&](QWidget *w) {
+            auto *crt = static_cast<DGFECrtForm *>(w);
+            shown = crt->lblDataIni2->text() + '|' + crt->lblScontFin2->text();
+            crt->ReadEnded = true;
+            crt->close();
+        });
+        selection->btnNumCrt->click();
+        QCOMPARE(shown, QStringLiteral("abc|4/3/2026"));
+        QVERIFY(DGFECrtForm::ByNumber);
+    }
+
+private:
+    static QByteArray readAll(const QString &path)
+    {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+};
+
+QTEST_MAIN(TestDgfeForms)
+#include "tst_dgfeforms.moc"

@@ -1,0 +1,377 @@
+// The table editor against a scripted printer: what each kind shows, the VAT
+// list and its defaults, the rounding of the rates, the writes of btnAdd, the
+// 20-character cut, the per-printer file, and the departments as a step of
+// the commissioning with the trip to the VAT rates.
+#include "FormTestEnv.h"
+#include "TestFiles.h"
+#include "commissioning/InstallFlagForm.h"
+#include "printer/SharedState.h"
+#include "programming/ProgForm.h"
+#include "programming/ProgrammingGridModel.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QtTest>
+
+namespace {
+// A printer in memory: four rates, `departments` departments, and for the
+// other tables rows that name their number. Writes go to the record only,
+// except the rates, which are kept. "Name:n" in refuse is refused with 16.
+struct Printer
+{
+    float iva[4] = {22, 10, 5, 4};
+    int departments = 40;
+    QSet<QString> refuse;
+
+    void attach(FakeFPControl &fake)
+    {
+        fake.setProperty("MatricolaPrefix", "QN");
+        fake.setProperty("MatricolaModel", "99");
+        fake.setProperty("MatricolaNumber", "123456");
+        fake.handler = [this](const FakeFPControl::Call &c, FakeFPControl &f) -> std::optional<int16_t> {
+            const int n = c.args.value(0).toInt();
+            const QString s = QString::number(n);
+            if (refuse.contains(c.name + ":" + s)) {
+                f.setProperty("ErrorCode", "16");
+                return int16_t(-1);
+            }
+            if (c.name == "ReadIva") {
+                f.setProperty("IvaNumber", s);
+                f.setProperty("IvaAliquota", QString::number(iva[n - 1]));
+            } else if (c.name == "WriteIva") {
+                iva[n - 1] = c.args.value(1).toFloat();
+            } else if (c.name == "ReadReparto") {
+                if (n > departments) {
+                    f.setProperty("ErrorCode", "16");
+                    return int16_t(-1);
+                }
+                for (auto [k, v] : {std::pair{"Number", s}, {"Descrizione", "  REP " + s}, {"Limite", "1000000"},
+                                    {"Iva", QString::number(n % 5)}, {"ScontRiass", "2"}, {"GrpMerc", "3"}})
+                    f.setProperty(QStringLiteral("Reparto") + k, v);
+            } else if (c.name == "ReadCarta") {
+                f.setProperty("CartaNumber", s);
+                f.setProperty("CartaDescrizione", " CARTA " + s + " ");
+            } else if (c.name == "ReadTicket") {
+                f.setProperty("TicketNumber", s);
+                f.setProperty("TicketDescrizione", "TICKET " + s);
+                f.setProperty("TicketValore", "52900");
+            } else if (c.name == "ReadContante" || c.name == "ReadContantePredefinito") {
+                f.setProperty("ContanteNumber", s);
+                f.setProperty("ContanteDescrizione", "CASSA " + s + "   ");
+                f.setProperty("ContanteImporto", "1000000");
+            } else if (c.name == "ReadOperatore") {
+                f.setProperty("OperatoreNumber", s);
+                f.setProperty("OperatoreDescrizione", "OPERATORE " + s);
+                f.setProperty("OperatorePassword", "12" + s);
+                f.setProperty("OperatorePercentuale", "2.5");
+            }
+            return int16_t(0);
+        };
+    }
+};
+
+QStringList writes(const FakeFPControl &fake)
+{
+    QStringList out;
+    for (const auto &c : fake.calls)
+        if (c.name.startsWith("Write"))
+            out << c.name + "(" + c.args.join('|') + ")";
+    return out;
+}
+
+QStringList comboItems(const QComboBox *combo)
+{
+    QStringList items;
+    for (int i = 0; i < combo->count(); ++i)
+        items << combo->itemText(i);
+    return items;
+}
+} // namespace
+
+class TestProgForm : public QObject
+{
+    Q_OBJECT
+    std::optional<FormTestEnv> env;
+    Printer printer;
+
+    QString perPrinterFile() const { return env->folder.filePath("KX90ProgQN99123456.xml"); }
+
+private Q_SLOTS:
+    void init()
+    {
+        env.emplace();
+        printer = Printer();
+        printer.attach(env->fake);
+        gMaxNReparti = 40;
+        ProgForm::WizardMode = false;
+        ProgForm::TableKind = 0;
+    }
+    void cleanup() { env.reset(); }
+
+    void whatEachKindShows_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<QStringList>("shown");   // optional fields shown, with their labels' texts
+        QTest::addColumn<QStringList>("firstRow"); // the grid's first row
+        QTest::addColumn<QString>("desc");         // txtDesc after the first row was read
+
+        QTest::newRow("cards") << 0 << "Carte di Credito" << 10 << QStringList{"descrizione:"}
+                               << QStringList{"1", "CARTA 1"} << "CARTA 1";
+        QTest::newRow("cash") << 1 << "Contanti con Descrizione" << 5 << QStringList{"descrizione:"}
+                              << QStringList{"1", "CASSA 1"} << "CASSA 1";
+        QTest::newRow("tickets") << 2 << "Ticket" << 10 << QStringList{"descrizione:", "Valore"}
+                                 << QStringList{"1", "TICKET 1", "5.29"} << "TICKET 1";
+        QTest::newRow("VAT") << 3 << "IVA" << 4 << QStringList{"Valore"} << QStringList{"1", "22"} << "22";
+        QTest::newRow("departments") << 4 << "Reparti" << 40
+                                     << QStringList{"descrizione:", "limite prezzo:", "iva (%):", "btnIva"}
+                                     << QStringList{"1", "  REP 1", "100", "22", "2", "3"} << "REP 1";
+        QTest::newRow("operators") << 5 << "Operatori" << 12
+                                   << QStringList{"descrizione:", "password", "commissione:"}
+                                   << QStringList{"1", "OPERATORE 1", "121", "2.5"} << "OPERATORE 1";
+        // The amount stands beside the label of a description.
+        QTest::newRow("preset cash") << 6 << "Contanti con Descrizione Predefiniti" << 5
+                                     << QStringList{"descrizione:"} << QStringList{"1", "100"} << "100";
+        QTest::newRow("no such table") << 9 << "" << 0 << QStringList{} << QStringList{} << "";
+    }
+    void whatEachKindShows()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, caption);
+        QFETCH(int, rows);
+        QFETCH(QStringList, shown);
+        QFETCH(QStringList, firstRow);
+        QFETCH(QString, desc);
+        ProgForm::TableKind = int16_t(kind);
+        ProgForm form;
+        QCOMPARE(form.lblProg->text(), caption);
+        QCOMPARE(form.gridModel->rowCount(), rows);
+        QStringList visible;
+        for (QLabel *l : {form.lblDesc, form.lblLimite, form.lblPercOpr, form.lblIva})
+            if (!l->isHidden())
+                visible << l->text();
+        if (!form.btnIva->isHidden())
+            visible << "btnIva";
+        QCOMPARE(visible, shown);
+        QCOMPARE(form.comboScontRiass->isHidden(), kind != 4);
+        QCOMPARE(form.gridModel->grid().row(1).mid(0, firstRow.size()), firstRow);
+        QCOMPARE(form.txtDesc->text(), desc);
+        QCOMPARE(form.btnOK->text(), QStringLiteral("OK"));
+        QCOMPARE(form.gridProg->objectName(), QStringLiteral("gridProg"));
+        QVERIFY(MsgBox::shown().isEmpty());
+    }
+
+    void vatDefaults_data()
+    {
+        QTest::addColumn<QList<float>>("rates");
+        QTest::addColumn<QStringList>("written");
+        QTest::addColumn<QStringList>("items");
+        const QStringList defaults{"WriteIva(1|4)", "WriteIva(2|10)", "WriteIva(3|20)"};
+        QTest::newRow("all zero") << QList<float>{0, 0, 0, 0} << defaults << QStringList{"4", "10", "20", "0"};
+        // The running total is rounded at each step, so 0.4 and 0.4 stay 0.
+        QTest::newRow("below a half each") << QList<float>{0.4f, 0.4f, 0, 0} << defaults
+                                           << QStringList{"4", "10", "20", "0"};
+        QTest::newRow("row 4 alone counts") << QList<float>{0, 0, 0, 7} << QStringList{}
+                                            << QStringList{"0", "0", "0", "7"};
+        QTest::newRow("programmed") << QList<float>{22, 10, 5, 4} << QStringList{}
+                                    << QStringList{"22", "10", "5", "4"};
+    }
+    void vatDefaults()
+    {
+        QFETCH(QList<float>, rates);
+        QFETCH(QStringList, written);
+        QFETCH(QStringList, items);
+        std::copy(rates.begin(), rates.end(), printer.iva);
+        ProgForm::TableKind = 4;
+        ProgForm form;
+        QCOMPARE(writes(env->fake), written);
+        QCOMPARE(comboItems(form.comboIVA), items);
+    }
+
+    void ratesAndTheirRounding()
+    {
+        const float rates[] = {22.5f, 23.5f, 10.4f, 4};
+        std::copy(std::begin(rates), std::end(rates), printer.iva);
+        ProgForm::TableKind = 3;
+        ProgForm form;
+        QCOMPARE(QList<int>(std::begin(form.tassaValues), std::end(form.tassaValues)), QList<int>({22, 24, 10, 4}));
+        QCOMPARE(form.gridModel->grid().text(1, 1), QStringLiteral("22.5"));
+
+        // A rate among the first three is refused; the fourth may be repeated.
+        form.selectRow(4);
+        form.txtDesc->setText("24");
+        form.btnAdd->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Valore già presente!"});
+        QVERIFY(writes(env->fake).isEmpty());
+        MsgBox::clearShown();
+        form.selectRow(1);
+        form.txtDesc->setText("4");
+        form.btnAdd->click();
+        QCOMPARE(writes(env->fake), QStringList{"WriteIva(1|4)"});
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione effettuata!"});
+        QCOMPARE(form.tassaValues[0], int16_t(4));
+        QCOMPARE(form.currentRow(), 1);
+        form.btnOK->click();
+        const QString file = QString::fromUtf8(TestFiles::contentOf(perPrinterFile()));
+        QVERIFY2(file.contains(R"(<InstallIva Iva1="4" Iva2="23.5" Iva3="10.4" Iva4="4"/>)"), qPrintable(file));
+    }
+
+    void btnAddPerKind_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QStringList>("fields"); // txtDesc, txtLimite, txtPercOpr
+        QTest::addColumn<QString>("written");    // empty: nothing happens at all
+        QTest::newRow("ticket") << 2 << 1 << QStringList{"PASTO", "7.5", ""} << "WriteTicket(1|PASTO|75000)";
+        QTest::newRow("ticket, limit with letters") << 2 << 1 << QStringList{"PASTO", "7a", ""} << "";
+        QTest::newRow("department") << 4 << 5 << QStringList{"PANE", "12", ""}
+                                    << "WriteReparto(5|PANE|0|0|0|0|2|120000|2|3|)";
+        QTest::newRow("department, blank limit") << 4 << 5 << QStringList{"PANE", "", ""} << "";
+        QTest::newRow("operator") << 5 << 12 << QStringList{"ANNA", "77", "1.5"} << "WriteOperatore(12|ANNA|77|1.5)";
+        QTest::newRow("operator, no commission") << 5 << 12 << QStringList{"ANNA", "77", ""} << "";
+    }
+    void btnAddPerKind()
+    {
+        QFETCH(int, kind);
+        QFETCH(int, row);
+        QFETCH(QStringList, fields);
+        QFETCH(QString, written);
+        ProgForm::TableKind = int16_t(kind);
+        ProgForm form;
+        form.selectRow(row);
+        form.txtDesc->setText(fields[0]);
+        form.txtLimite->setText(fields[1]);
+        form.txtPercOpr->setText(fields[2]);
+        if (kind == 4)
+            form.comboIVA->setCurrentIndex(1);
+        env->fake.clearCalls();
+        form.btnAdd->click();
+        QCOMPARE(writes(env->fake).join(' '), written);
+        // A store reloads the table and reads the row again; a field that is
+        // no number makes nothing happen at all.
+        QCOMPARE(MsgBox::shownTexts(), written.isEmpty() ? QStringList() : QStringList{"Programmazione effettuata!"});
+        QCOMPARE(env->fake.calls.isEmpty(), written.isEmpty());
+        QCOMPARE(form.currentRow(), row);
+    }
+
+    void refusalsAndBusy()
+    {
+        // A refused write is reported, the grid is not reloaded, no success message.
+        printer.refuse = {"WriteReparto:2"};
+        ProgForm::TableKind = 4;
+        ProgForm form;
+        form.selectRow(2);
+        form.txtLimite->setText("5");
+        env->fake.clearCalls();
+        form.btnAdd->click();
+        QCOMPARE(MsgBox::shownTexts().size(), 1);
+        QVERIFY(!MsgBox::shownTexts().contains("Programmazione effettuata!"));
+        QCOMPARE(env->fake.callNames(), QStringList{"WriteReparto"});
+
+        // Busy: nothing goes out.
+        env->fake.busy = true;
+        env->fake.clearCalls();
+        form.btnAdd->click();
+        QVERIFY(env->fake.calls.isEmpty());
+
+        // A password that is a number but not an Integer gets a message, not the end of the run.
+        env->fake.busy = false;
+        ProgForm::TableKind = 5;
+        ProgForm operators;
+        MsgBox::clearShown();
+        operators.txtLimite->setText("70000");
+        operators.txtPercOpr->setText("1");
+        operators.btnAdd->click();
+        QCOMPARE(MsgBox::shownTexts(), QStringList{"Valore fuori dai limiti consentiti!"});
+    }
+
+    void descriptionCutAtTwenty()
+    {
+        ProgForm::TableKind = 0;
+        ProgForm form;
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        const QString long25 = "ABCDEFGHIJKLMNOPQRSTUVWXY";
+
+        // Pressed by keyboard without leaving the field: all 25 go out.
+        form.txtDesc->setFocus();
+        form.txtDesc->setText(long25);
+        env->fake.clearCalls();
+        form.btnAdd_Click();
+        QCOMPARE(writes(env->fake), QStringList{"WriteCarta(1|" + long25 + ")"});
+
+        // Leaving the field keeps the first 20.
+        form.txtDesc->setFocus();
+        form.txtDesc->setText(long25);
+        form.btnOK->setFocus();
+        QCOMPARE(form.txtDesc->text(), long25.left(20));
+    }
+
+    void departmentsStepOfTheCommissioning()
+    {
+        printer.departments = 3; // rows 4.. stay blank and end the saving
+        ProgForm::WizardMode = true;
+        ProgForm::TableKind = 4;
+        InstallFlagForm::StandaloneMode = true;
+        ProgForm form;
+        QCOMPARE(form.btnOK->text(), QStringLiteral("AVANTI"));
+        QVERIFY(form.isHidden());
+
+        bool flagsShown = false;
+        bool flagsStandalone = true;
+        whenModal("InstallFlagForm", [&](QWidget *w) {
+            flagsShown = true;
+            flagsStandalone = InstallFlagForm::StandaloneMode;
+            w->close();
+        });
+        form.btnOK->click();
+        QVERIFY(flagsShown);
+        QVERIFY(!flagsStandalone);
+        QVERIFY(form.isHidden());
+        const QString file = QString::fromUtf8(TestFiles::contentOf(perPrinterFile()));
+        // Department 1 has VAT row 1 (22), 3 row 3 (5); the rates follow.
+        QVERIFY2(file.contains(R"(Desc1="  REP 1" Lim1="100" Iva1="1" ScRias1="2" GrpMerc1="3")"), qPrintable(file));
+        QVERIFY2(file.contains(R"(Desc3="  REP 3" Lim3="100" Iva3="3")"), qPrintable(file));
+        QVERIFY(!file.contains("Desc4"));
+        QVERIFY2(file.contains(R"(<InstallIva Iva1="22" Iva2="10" Iva3="5" Iva4="4"/>)"), qPrintable(file));
+    }
+
+    void tripFromTheShownFormComesBackToIt()
+    {
+        ProgForm::TableKind = 4;
+        ProgForm form;
+        QStringList seen; // captions of the ProgForm windows, in the order they came up
+        whenModal("ProgForm", [&](QWidget *outer) {
+            seen << static_cast<ProgForm *>(outer)->lblProg->text();
+            whenModal("ProgForm", [&](QWidget *rates) {
+                seen << static_cast<ProgForm *>(rates)->lblProg->text() + " "
+                            + static_cast<ProgForm *>(rates)->txtDesc->text();
+                whenModal("ProgForm", [&](QWidget *again) {
+                    seen << static_cast<ProgForm *>(again)->lblProg->text() + (again == &form ? " (same)" : "");
+                    again->close();
+                });
+                static_cast<ProgForm *>(rates)->btnOK->click();
+            });
+            static_cast<ProgForm *>(outer)->btnIva->click();
+        });
+        form.exec();
+        QCOMPARE(seen, QStringList({"Reparti", "IVA 22", "Reparti (same)"}));
+        QCOMPARE(ProgForm::TableKind, int16_t(4));
+        QVERIFY(QString::fromUtf8(TestFiles::contentOf(perPrinterFile())).contains(R"(Iva1="22")"));
+    }
+
+    void closingByTheFrameSavesNothing()
+    {
+        ProgForm::TableKind = 4;
+        ProgForm form;
+        form.reject();
+        QVERIFY(!QFile::exists(perPrinterFile()));
+    }
+};
+
+QTEST_MAIN(TestProgForm)
+#include "tst_progform.moc"
