@@ -1,0 +1,273 @@
+// Pictures of the program's screens for the documentation: each screen is
+// built by its class against the emulated printer (in this process, over
+// loopback TCP, on a free port), shown, grabbed into <folder>/<Class>.png and
+// closed. Message boxes are answered on their own, and a window that a
+// screen opens modally while it loads is closed at once, so nothing waits
+// for a hand.
+//
+//     screenshots [<folder>]        (default: docs/screenshots)
+//
+// Run it under QT_QPA_PLATFORM=offscreen (tools/screenshots.sh does).
+#include "app/DataOraForm.h"
+#include "app/FiscordaForm.h"
+#include "app/FpMonitorForm.h"
+#include "app/SetupPrnForm.h"
+#include "commissioning/InstallFlagForm.h"
+#include "commissioning/InstallHeaderForm.h"
+#include "commissioning/InstallLogoForm.h"
+#include "commissioning/LoghiForm.h"
+#include "emulator/EmulatorServer.h"
+#include "printer/KelvoProtocolControl.h"
+#include "printer/SharedState.h"
+#include "settings/ProgramFolder.h"
+#include "ui/MsgBox.h"
+
+// Screens that arrive with other branches: each one is taken when its header
+// is there.
+#if __has_include("programming/ProgForm.h")
+#include "programming/ProgForm.h"
+#define HAVE_PROGFORM 1
+#endif
+#if __has_include("programming/XmlViewForm.h")
+#include "programming/XmlViewForm.h"
+#define HAVE_XMLVIEWFORM 1
+#endif
+#if __has_include("journal/GiornaleDGFEForm.h")
+#include "journal/GiornaleDGFEForm.h"
+#define HAVE_GIORNALEDGFEFORM 1
+#endif
+#if __has_include("journal/DGFEForm.h")
+#include "journal/DGFEForm.h"
+#define HAVE_DGFEFORM 1
+#endif
+#if __has_include("journal/GiornaleStepForm.h")
+#include "journal/GiornaleStepForm.h"
+#define HAVE_GIORNALESTEPFORM 1
+#endif
+#if __has_include("simulator/KelvoFpSimulaForm.h")
+#include "simulator/KelvoFpSimulaForm.h"
+#define HAVE_KELVOFPSIMULAFORM 1
+#endif
+#if __has_include("simulator/XRepForm.h")
+#include "simulator/XRepForm.h"
+#define HAVE_XREPFORM 1
+#endif
+#if __has_include("paperwork/InstallExtraModForm.h")
+#include "paperwork/InstallExtraModForm.h"
+#define HAVE_INSTALLEXTRAMODFORM 1
+#endif
+#if __has_include("paperwork/InstallLibrettoFiscaleForm.h")
+#include "paperwork/InstallLibrettoFiscaleForm.h"
+#define HAVE_INSTALLLIBRETTOFISCALEFORM 1
+#endif
+#if __has_include("paperwork/PrintFoglioForm.h")
+#include "paperwork/PrintFoglioForm.h"
+#define HAVE_PRINTFOGLIOFORM 1
+#endif
+#if __has_include("decommissioning/RemoveStepForm.h")
+#include "decommissioning/RemoveStepForm.h"
+#define HAVE_REMOVESTEPFORM 1
+#endif
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QPixmap>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+namespace {
+
+QTextStream &out()
+{
+    static QTextStream s(stdout);
+    return s;
+}
+
+void settle(int ms)
+{
+    QDeadlineTimer deadline(ms);
+    while (!deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+// The program's folder for the run: a scratch folder with the pictures and
+// standard logos of the real one beside it, so that per-printer files land
+// in the scratch folder.
+bool prepareFolder(const QTemporaryDir &scratch)
+{
+    const QDir bin(QCoreApplication::applicationDirPath());
+    for (const char *name : {"img", "LoghiStandard"}) {
+        if (bin.exists(name) && !QFile::link(bin.filePath(name), QDir(scratch.path()).filePath(name)))
+            return false;
+    }
+    SetProgramFolderForTests(scratch.path());
+    return true;
+}
+
+struct Shot
+{
+    QString name;
+    std::function<QWidget *()> make;
+};
+
+template <typename Form>
+Shot shot(const char *name, std::function<void()> before = {})
+{
+    return {QString::fromLatin1(name), [before] {
+                if (before)
+                    before();
+                return static_cast<QWidget *>(new Form(nullptr));
+            }};
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("docs/screenshots");
+    if (!QDir().mkpath(folder)) {
+        out() << "cannot create " << folder << Qt::endl;
+        return 1;
+    }
+    QTemporaryDir scratch(QDir(QDir::tempPath()).filePath(QStringLiteral("Fiscorda-XXXXXX")));
+    if (!scratch.isValid() || !prepareFolder(scratch)) {
+        out() << "cannot prepare a program folder" << Qt::endl;
+        return 1;
+    }
+
+    EmulatorServer emu{EmulatorConfig()};
+    QString error;
+    if (!emu.start(&error)) {
+        out() << "emulator: " << error << Qt::endl;
+        return 1;
+    }
+    // The port is a 16-bit Integer on the control: listen below 32768.
+    quint16 port = 20000 + QCoreApplication::applicationPid() % 5000;
+    while (!emu.listenTcp(QHostAddress::LocalHost, port))
+        if (++port >= 32767) {
+            out() << "no free port" << Qt::endl;
+            return 1;
+        }
+
+    // The setup on screen and the main form's start read the link from the
+    // settings file: it names the emulator.
+    QFile settings(QDir(scratch.path()).filePath(QStringLiteral("Settings.xml")));
+    if (!settings.open(QIODevice::WriteOnly)
+        || settings.write(QStringLiteral("<settings><mode>TCP</mode><comnumber>1</comnumber><comsettings>9600,n,8,1"
+                                         "</comsettings><tcpport>%1</tcpport><ipaddress>127.0.0.1</ipaddress>"
+                                         "<timeoutack>-1</timeoutack><timeoutop>-1</timeoutop><maxnreparti>40"
+                                         "</maxnreparti></settings>")
+                              .arg(port)
+                              .toUtf8())
+               < 0) {
+        out() << "cannot write the settings file" << Qt::endl;
+        return 1;
+    }
+    settings.close();
+
+    KelvoProtocolControl control;
+    control.setEuroSettings(2);
+    control.setUseTcp(1);
+    control.setIpAddress(QStringLiteral("127.0.0.1"));
+    control.setTcpPort(int16_t(port));
+    control.OpenTcp();
+    gFPControl = &control;
+
+    MsgBox::startRecording();
+    // Whatever a screen opens modally while it loads is closed at once.
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, [] {
+        if (QWidget *modal = QApplication::activeModalWidget())
+            modal->close();
+    });
+    closer.start(20);
+
+    QList<Shot> shots{
+        {QStringLiteral("FiscordaForm"), [&control] {
+             auto *form = new FiscordaForm(&control);
+             QString modelText; // the model's name under the title, as at the start
+             form->InizializzaOCX(modelText);
+             form->LabelModelloCassa->setText(modelText);
+             return static_cast<QWidget *>(form);
+         }},
+        shot<SetupPrnForm>("SetupPrnForm"),
+        shot<DataOraForm>("DataOraForm", [] { DataOraForm::WizardMode = false; }),
+        shot<FpMonitorForm>("FpMonitorForm"),
+        shot<InstallHeaderForm>("InstallHeaderForm", [] { InstallHeaderForm::StandaloneMode = true; }),
+        shot<InstallFlagForm>("InstallFlagForm", [] { InstallFlagForm::StandaloneMode = true; }),
+        shot<InstallLogoForm>("InstallLogoForm", [] { InstallLogoForm::StandaloneMode = true; }),
+        shot<LoghiForm>("LoghiForm"),
+#ifdef HAVE_PROGFORM
+        shot<ProgForm>("ProgForm", [] {
+            ProgForm::WizardMode = false;
+            ProgForm::TableKind = 4;
+        }),
+#endif
+#ifdef HAVE_XMLVIEWFORM
+        shot<XmlViewForm>("XmlViewForm"),
+#endif
+#ifdef HAVE_GIORNALEDGFEFORM
+        shot<GiornaleDGFEForm>("GiornaleDGFEForm"),
+#endif
+#ifdef HAVE_DGFEFORM
+        shot<DGFEForm>("DGFEForm"),
+#endif
+#ifdef HAVE_GIORNALESTEPFORM
+        shot<GiornaleStepForm>("GiornaleStepForm"),
+#endif
+#ifdef HAVE_KELVOFPSIMULAFORM
+        shot<KelvoFpSimulaForm>("KelvoFpSimulaForm"),
+#endif
+#ifdef HAVE_XREPFORM
+        shot<XRepForm>("XRepForm"),
+#endif
+#ifdef HAVE_INSTALLEXTRAMODFORM
+        shot<InstallExtraModForm>("InstallExtraModForm"),
+#endif
+#ifdef HAVE_INSTALLLIBRETTOFISCALEFORM
+        shot<InstallLibrettoFiscaleForm>("InstallLibrettoFiscaleForm"),
+#endif
+#ifdef HAVE_PRINTFOGLIOFORM
+        shot<PrintFoglioForm>("PrintFoglioForm"),
+#endif
+#ifdef HAVE_REMOVESTEPFORM
+        shot<RemoveStepForm>("RemoveStepForm"),
+#endif
+    };
+
+    int failures = 0;
+    for (const Shot &s : shots) {
+        MsgBox::clearShown();
+        // Closing the main form closes the connection, as at the program's end.
+        int32_t state = 0;
+        if (!control.IsTcpOpen(state))
+            control.OpenTcp();
+        std::unique_ptr<QWidget> form(s.make());
+        if (form->findChildren<QWidget *>().isEmpty()) {
+            out() << s.name << ": a skeleton still, no picture" << Qt::endl;
+            continue;
+        }
+        form->show();
+        settle(300); // the screen's timers and late paints
+        const QPixmap picture = form->grab();
+        const QString path = QDir(folder).filePath(s.name + QStringLiteral(".png"));
+        const bool saved = picture.save(path, "PNG", 9);
+        out() << s.name << ": " << picture.width() << "x" << picture.height() << (saved ? "" : "  NOT SAVED");
+        for (const QString &text : MsgBox::shownTexts())
+            out() << "\n    box: " << QString(text).replace(QStringLiteral("\r\n"), QStringLiteral(" | "));
+        out() << Qt::endl;
+        failures += saved ? 0 : 1;
+        form->close();
+        form.reset();
+        settle(20);
+    }
+    gFPControl = nullptr;
+    return failures == 0 ? 0 : 1;
+}
