@@ -2,7 +2,7 @@
 // may carry, in arbitrary pieces, and the response parser and value readers
 // on every frame it accepts.
 #include "FuzzCheck.h"
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 #include "printer/WireFrame.h"
 #include "printer/WireResponse.h"
 #include "printer/WireValue.h"

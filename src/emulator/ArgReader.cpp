@@ -1,6 +1,6 @@
 #include "ArgReader.h"
 
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "Reply.h"
 
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 #include "printer/WireValue.h"
 
 Reply Reply::refuse(PrinterError e)

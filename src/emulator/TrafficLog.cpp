@@ -2,7 +2,7 @@
 
 #include "AppendFile.h"
 
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 
 #include <QDateTime>
 

@@ -1,6 +1,6 @@
 #include "JournalFile.h"
 
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 
 #include <QSaveFile>
 

@@ -1,6 +1,6 @@
 #include "DeclarationPage.h"
 
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 #include "printer/KelvoFPControl.h"
 #include "printer/PrinterIdentity.h"
 #include "printer/SharedState.h"

@@ -1,6 +1,6 @@
 #include "KelvoProtocolControl.h"
 
-#include "Cp1252.h"
+#include "settings/Cp1252.h"
 #include "LocalFile.h"
 #include "SerialLine.h"
 #include "WireResponse.h"

@@ -1,6 +1,6 @@
 #include "WireResponse.h"
 
-#include "Cp1252.h"
+#include "settings/Cp1252.h"
 
 namespace Wire {
 

@@ -1,6 +1,6 @@
 #include "WireValue.h"
 
-#include "Cp1252.h"
+#include "settings/Cp1252.h"
 
 #include <charconv>
 

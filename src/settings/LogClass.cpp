@@ -1,7 +1,7 @@
 #include "LogClass.h"
 
 #include "RunTimeError.h"
-#include "printer/Cp1252.h"
+#include "Cp1252.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 #include "printer/WireFrame.h"
 
 #include <QTest>

@@ -12,7 +12,7 @@
 #include "journal/GiornaleStepForm.h"
 #include "journal/DGFECrtForm.h"
 #include "journal/DGFEForm.h"
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 #include "printer/KelvoProtocolControl.h"
 #include "ui/FileDialog.h"
 

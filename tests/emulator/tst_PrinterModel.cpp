@@ -2,7 +2,7 @@
 
 #include "EmulatorTestKit.h"
 
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 
 #include <QTemporaryDir>
 

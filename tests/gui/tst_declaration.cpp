@@ -9,7 +9,7 @@
 #include "paperwork/InstallLibrettoFiscaleForm.h"
 #include "paperwork/PrintFoglioForm.h"
 #include "paperwork/SystemPrinters.h"
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 #include "printer/SharedState.h"
 #include "settings/RunTimeError.h"
 #include "ui/FileDialog.h"

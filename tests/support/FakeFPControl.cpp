@@ -1,6 +1,6 @@
 #include "FakeFPControl.h"
 
-#include "printer/Cp1252.h"
+#include "settings/Cp1252.h"
 
 void FakeFPControl::record(const QString &name, const QStringList &args)
 {
