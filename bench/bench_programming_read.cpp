@@ -3,7 +3,7 @@
 // same bytes in the same number of round trips, in the same process and the
 // same way of waiting (a local event loop per call).
 //
-//   bench_programming_read [rounds]      (default 5)
+//   bench_programming_read [rounds]      (default 15)
 
 #include "emulator/EmulatorServer.h"
 #include "printer/KelvoProtocolControl.h"
@@ -134,7 +134,7 @@ double median(QList<double> v)
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
-    const int rounds = argc > 1 ? qMax(1, atoi(argv[1])) : 5;
+    const int rounds = argc > 1 ? qMax(1, atoi(argv[1])) : 15;
 
     EmulatorServer emu{EmulatorConfig()};
     QString error;
@@ -171,13 +171,26 @@ int main(int argc, char **argv)
     QList<double> viaControl, plain;
     PingPong pingPong(script);
     for (int r = 0; r < rounds; ++r) {
+        // Turn about which goes first, so that neither always meets a warm
+        // (or a cold) cache.
         QElapsedTimer t;
-        t.start();
-        programmingRead(control);
-        viaControl << t.nsecsElapsed() / 1e9;
-        t.restart();
-        pingPong.run();
-        plain << t.nsecsElapsed() / 1e9;
+        auto timeControl = [&] {
+            t.start();
+            programmingRead(control);
+            viaControl << t.nsecsElapsed() / 1e9;
+        };
+        auto timePlain = [&] {
+            t.start();
+            pingPong.run();
+            plain << t.nsecsElapsed() / 1e9;
+        };
+        if (r % 2 == 0) {
+            timeControl();
+            timePlain();
+        } else {
+            timePlain();
+            timeControl();
+        }
     }
     const double c = median(viaControl), p = median(plain);
     const double ratio = (calls / c) / (calls / p);
@@ -185,7 +198,7 @@ int main(int argc, char **argv)
            qlonglong(sent), qlonglong(received), rounds);
     printf("control -> emulator : %.3f s per read, %8.0f calls/s\n", c, calls / c);
     printf("plain ping-pong     : %.3f s per read, %8.0f calls/s (same bytes, same round trips)\n", p, calls / p);
-    printf("ratio               : %.2f (target at least 0.50) %s\n", ratio, ratio >= 0.5 ? "met" : "NOT MET");
+    printf("ratio               : %.2f (target at least 0.80) %s\n", ratio, ratio >= 0.8 ? "met" : "NOT MET");
     printf("whole read          : %.3f s (target under 1 s) %s\n", c, c < 1.0 ? "met" : "NOT MET");
     return 0;
 }

@@ -62,7 +62,11 @@ QList<QByteArray> Reply::fields() const
     QList<QByteArray> out;
     out.reserve(properties.size() + 1);
     out.append(QByteArray::number(result));
-    for (const auto &p : properties)
-        out.append(p.first + '=' + p.second);
+    for (const auto &p : properties) {
+        QByteArray field;
+        field.reserve(p.first.size() + 1 + p.second.size());
+        field.append(p.first).append('=').append(p.second);
+        out.append(std::move(field));
+    }
     return out;
 }

@@ -80,6 +80,7 @@ void KelvoProtocolControl::OpenComPort()
                              m_serialLost = true;
                              shutSerial();
                          });
+        watchLine(m_serial.get());
     }
     m_serial->setPortName(SerialLine::devicePath(ComPort()));
     if (!m_serial->open(QIODevice::ReadWrite))
@@ -116,6 +117,7 @@ int32_t KelvoProtocolControl::OpenTcp()
                 return;
             m_tcpLost = true; // the printer closed the connection
         });
+        watchLine(m_tcp.get());
     }
 
     BusyScope busy(m_busy);
@@ -185,8 +187,7 @@ void KelvoProtocolControl::endWaitingCall(QIODevice *closedLine)
     if (!m_callLine || m_callLine != closedLine)
         return;
     m_cancelled = true;
-    if (m_loop)
-        m_loop->quit();
+    wakeWaiter();
 }
 
 QIODevice *KelvoProtocolControl::reopenLostLine()
@@ -344,31 +345,49 @@ void KelvoProtocolControl::send(QIODevice *line, const QByteArray &bytes)
 
 void KelvoProtocolControl::takeInput(QIODevice *line)
 {
-    if (line->bytesAvailable() <= 0)
+    const qint64 available = line->bytesAvailable();
+    if (available <= 0)
         return;
-    const QByteArray bytes = line->readAll();
+    m_input.resize(available); // the buffer keeps its room between reads
+    const qint64 got = line->read(m_input.data(), available);
+    if (got <= 0)
+        return;
     if (m_traffic)
-        m_traffic(Direction::Received, bytes);
-    m_decoder.feed(bytes);
+        m_traffic(Direction::Received, m_input.first(got));
+    m_decoder.feed(m_input.constData(), got);
+}
+
+// Whatever may end a wait (bytes in, the line closing or dropping) wakes it.
+void KelvoProtocolControl::watchLine(QIODevice *line)
+{
+    QObject::connect(line, &QIODevice::readyRead, line, [this] { wakeWaiter(); });
+    QObject::connect(line, &QIODevice::aboutToClose, line, [this] { wakeWaiter(); });
+    if (auto *socket = qobject_cast<QAbstractSocket *>(line))
+        QObject::connect(socket, &QAbstractSocket::disconnected, line, [this] { wakeWaiter(); });
+}
+
+void KelvoProtocolControl::wakeWaiter()
+{
+    if (m_loop)
+        m_loop->quit();
 }
 
 void KelvoProtocolControl::waitForLine(QIODevice *line, QDeadlineTimer deadline)
 {
     if (line->bytesAvailable() > 0)
         return;
-    QEventLoop loop;
-    QTimer timer;
-    timer.setSingleShot(true);
-    timer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-    QObject::connect(line, &QIODevice::readyRead, &loop, &QEventLoop::quit);
-    QObject::connect(line, &QIODevice::aboutToClose, &loop, &QEventLoop::quit);
-    if (line == m_tcp.get())
-        QObject::connect(m_tcp.get(), &QAbstractSocket::disconnected, &loop, &QEventLoop::quit);
-    timer.start(int(qMax<qint64>(0, deadline.remainingTime())));
-    m_loop = &loop;
-    loop.exec();
+    if (!m_waitLoop) {
+        m_waitLoop = std::make_unique<QEventLoop>();
+        m_waitTimer = std::make_unique<QTimer>();
+        m_waitTimer->setSingleShot(true);
+        m_waitTimer->setTimerType(Qt::PreciseTimer);
+        QObject::connect(m_waitTimer.get(), &QTimer::timeout, m_waitTimer.get(), [this] { wakeWaiter(); });
+    }
+    m_waitTimer->start(int(qMax<qint64>(0, deadline.remainingTime())));
+    m_loop = m_waitLoop.get();
+    m_waitLoop->exec();
     m_loop = nullptr;
+    m_waitTimer->stop();
 }
 
 int16_t KelvoProtocolControl::applyResponse(const QList<QByteArray> &fields)

@@ -12,6 +12,7 @@ class QEventLoop;
 class QIODevice;
 class QSerialPort;
 class QTcpSocket;
+class QTimer;
 
 // The printer control that speaks the wire protocol of docs/protocol.md over
 // a serial line (UseTcp 0) or a TCP connection (UseTcp 1).
@@ -67,6 +68,8 @@ private:
     void send(QIODevice *line, const QByteArray &bytes);
     void takeInput(QIODevice *line);
     void waitForLine(QIODevice *line, QDeadlineTimer deadline);
+    void watchLine(QIODevice *line);
+    void wakeWaiter();
     int16_t applyResponse(const QList<QByteArray> &fields);
 
     std::unique_ptr<QTcpSocket> m_tcp;
@@ -81,6 +84,12 @@ private:
     bool m_closing = false;    // the program is closing a line right now
     QIODevice *m_callLine = nullptr; // the line of the command under way
     bool m_cancelled = false;  // the program closed that line while the command waited
-    QEventLoop *m_loop = nullptr;
+    QEventLoop *m_loop = nullptr;    // the wait under way, if any
+    // Kept from one command to the next: a command is a few tens of
+    // microseconds on a fast line, and building these each time cost a
+    // good part of that.
+    std::unique_ptr<QEventLoop> m_waitLoop;
+    std::unique_ptr<QTimer> m_waitTimer;
+    QByteArray m_input;
     TrafficObserver m_traffic;
 };

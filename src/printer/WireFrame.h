@@ -19,7 +19,6 @@ constexpr char FS = 0x1C;
 constexpr int MaxFrameBody = 65536; // bytes between STX and ETX
 
 bool needsEscape(char byte);
-QByteArray escapeField(const QByteArray &field);
 QByteArray encodeFrame(char seq, const QList<QByteArray> &fields);
 char nextSeq(char seq); // '9' wraps to '0'
 
@@ -38,6 +37,7 @@ public:
     };
 
     void feed(const QByteArray &bytes);
+    void feed(const char *data, qsizetype size);
     std::optional<Event> next();
     // True once an STX was seen and its frame is not complete yet.
     bool inFrame() const { return m_state != State::Idle; }
@@ -45,11 +45,14 @@ public:
 
 private:
     enum class State { Idle, Body, Checksum };
+    void appendBody(const char *data, qsizetype size);
     void finishFrame();
 
     State m_state = State::Idle;
     QByteArray m_body;     // after STX up to and including ETX
-    QByteArray m_checksum; // the four hex digits
+    unsigned m_checksum = 0; // the hex digits read so far
+    int m_checksumDigits = 0;
+    bool m_checksumLower = false;
     bool m_overflow = false;
     QList<Event> m_events;
 };

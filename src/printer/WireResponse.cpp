@@ -6,7 +6,7 @@ namespace Wire {
 
 std::optional<Response> parseResponse(const QList<QByteArray> &fields)
 {
-    const QByteArray result = fields.value(0).trimmed();
+    const QByteArray result = fields.isEmpty() ? QByteArray() : fields.first().trimmed();
     if (result != "0" && result != "-1")
         return std::nullopt;
     Response response;
@@ -17,7 +17,8 @@ std::optional<Response> parseResponse(const QList<QByteArray> &fields)
         const qsizetype eq = field.indexOf('=');
         if (eq <= 0)
             continue;
-        response.properties.append({Cp1252::decode(field.left(eq)), Cp1252::decode(field.mid(eq + 1))});
+        response.properties.append({Cp1252::decode(field.constData(), eq),
+                                    Cp1252::decode(field.constData() + eq + 1, field.size() - eq - 1)});
     }
     return response;
 }

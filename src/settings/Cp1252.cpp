@@ -12,12 +12,12 @@ constexpr char16_t kHigh[32] = {
 
 QByteArray Cp1252::encode(const QString &text)
 {
-    QByteArray out;
-    out.reserve(text.size());
+    QByteArray out(text.size(), Qt::Uninitialized);
+    char *d = out.data();
     for (QChar ch : text) {
         const char16_t u = ch.unicode();
         if (u < 0x80 || (u >= 0xA0 && u <= 0xFF)) {
-            out.append(char(u));
+            *d++ = char(u);
             continue;
         }
         char byte = '?';
@@ -27,18 +27,23 @@ QByteArray Cp1252::encode(const QString &text)
                 break;
             }
         }
-        out.append(byte);
+        *d++ = byte;
     }
     return out;
 }
 
 QString Cp1252::decode(const QByteArray &bytes)
 {
-    QString out;
-    out.reserve(bytes.size());
-    for (char c : bytes) {
-        const auto b = static_cast<unsigned char>(c);
-        out.append(b >= 0x80 && b < 0xA0 ? QChar(kHigh[b - 0x80]) : QChar(char16_t(b)));
+    return decode(bytes.constData(), bytes.size());
+}
+
+QString Cp1252::decode(const char *bytes, qsizetype size)
+{
+    QString out(size, Qt::Uninitialized);
+    QChar *d = out.data();
+    for (qsizetype i = 0; i < size; ++i) {
+        const auto b = static_cast<unsigned char>(bytes[i]);
+        d[i] = b >= 0x80 && b < 0xA0 ? QChar(kHigh[b - 0x80]) : QChar(char16_t(b));
     }
     return out;
 }

@@ -9,4 +9,5 @@
 namespace Cp1252 {
 QByteArray encode(const QString &text); // characters outside the page become '?'
 QString decode(const QByteArray &bytes);
+QString decode(const char *bytes, qsizetype size);
 }

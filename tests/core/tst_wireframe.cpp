@@ -119,6 +119,10 @@ private Q_SLOTS:
         QTest::newRow("wrong checksum") << wrongSum << '5';
         QTest::newRow("cut before ETX") << good.left(good.size() - 6) << '5';
         QTest::newRow("cut in checksum") << good.left(good.size() - 2) << '5';
+        QByteArray lower = summed("4z\x03"); // sums to 00B1
+        QVERIFY(lower.endsWith("00B1"));
+        lower.replace("00B1", "00b1");
+        QTest::newRow("lower-case checksum") << lower << '4';
         // Well summed, but not well formed:
         QTest::newRow("bad escape") << summed("6A\x10\x41\x03") << '6';
         QTest::newRow("DLE before ETX") << summed("6A\x10\x03") << '6';
@@ -133,12 +137,14 @@ private Q_SLOTS:
         QFETCH(char, seq);
         QByteArray line = bytes;
         line += Wire::encodeFrame('9', {"next"});
-        const auto events = decodeAll(line);
-        QCOMPARE(events.size(), 2);
-        QCOMPARE(events[0].kind, FrameDecoder::Kind::BadFrame);
-        QCOMPARE(events[0].seq, seq);
-        QCOMPARE(events[1].kind, FrameDecoder::Kind::Frame);
-        QCOMPARE(events[1].fields, QList<QByteArray>{"next"});
+        for (int chunk : {0, 1, 3, 4096}) {
+            const auto events = decodeAll(line, chunk);
+            QCOMPARE(events.size(), 2);
+            QCOMPARE(events[0].kind, FrameDecoder::Kind::BadFrame);
+            QCOMPARE(events[0].seq, seq);
+            QCOMPARE(events[1].kind, FrameDecoder::Kind::Frame);
+            QCOMPARE(events[1].fields, QList<QByteArray>{"next"});
+        }
     }
 };
 
