@@ -5,6 +5,7 @@
 //
 //   bench_programming_read [rounds]      (default 15)
 
+#include "ProgrammingRead.h"
 #include "emulator/EmulatorServer.h"
 #include "printer/KelvoProtocolControl.h"
 
@@ -25,48 +26,6 @@ struct Exchange
     qsizetype sent = 0;
     qsizetype received = 0;
 };
-
-// The reads of the program's "Lettura dati da stampante": the probe, VAT,
-// departments (40, the program's default), cards, tickets, flags and
-// parameters up to NON PREVISTO, the header, the logo parameters, the PS2
-// keyboard, the promotions, the cash rows with their preset amounts.
-int programmingRead(KelvoFPControl &c)
-{
-    int calls = 0;
-    auto call = [&calls](int16_t result) {
-        ++calls;
-        return result;
-    };
-    call(c.ReadDateTime());
-    for (int16_t i = 1; i <= 4; ++i)
-        call(c.ReadIva(i));
-    for (int16_t i = 1; i <= 40; ++i)
-        call(c.ReadReparto(i));
-    for (int16_t i = 1; i <= 10; ++i)
-        call(c.ReadCarta(i));
-    for (int16_t i = 1; i <= 10; ++i)
-        call(c.ReadTicket(i));
-    for (int16_t i = 1; i <= 99; ++i)
-        if (call(c.ReadFlag(i)) == -1 && c.ErrorCode() == 16)
-            break;
-    for (int16_t i = 1; i <= 99; ++i)
-        if (call(c.ReadParam(i)) == -1 && c.ErrorCode() == 16)
-            break;
-    for (int16_t i = 1; i <= 6; ++i) {
-        call(c.ReadHeaderLine(i));
-        call(c.ReadHeaderStyle(i));
-    }
-    for (int16_t p : {int16_t(9), int16_t(10)})
-        call(c.ReadParam(p));
-    for (int16_t i = 0; i <= 255; ++i)
-        call(c.ReadPS2(i));
-    for (int16_t i = 1; i <= 100; ++i)
-        call(c.ReadPromo(i));
-    for (int16_t i = 1; i <= 5; ++i)
-        if (call(c.ReadContante(i)) == 0)
-            call(c.ReadContantePredefinito(i));
-    return calls;
-}
 
 // The plain ping-pong: the client sends n bytes and waits for m; the
 // server answers m bytes once it has n.

@@ -7,6 +7,7 @@
 //
 //   bench_xmlview [rounds]      (default 5)
 
+#include "ProgrammingRead.h"
 #include "emulator/EmulatorServer.h"
 #include "printer/KelvoProtocolControl.h"
 #include "printer/SharedState.h"
@@ -27,44 +28,6 @@
 namespace {
 
 // The reads of "Lettura dati da stampante", straight on the control.
-int controlRead(KelvoFPControl &c)
-{
-    int calls = 0;
-    auto call = [&calls](int16_t result) {
-        ++calls;
-        return result;
-    };
-    call(c.ReadDateTime());
-    for (int16_t i = 1; i <= 4; ++i)
-        call(c.ReadIva(i));
-    for (int16_t i = 1; i <= gMaxNReparti; ++i)
-        call(c.ReadReparto(i));
-    for (int16_t i = 1; i <= 10; ++i)
-        call(c.ReadCarta(i));
-    for (int16_t i = 1; i <= 10; ++i)
-        call(c.ReadTicket(i));
-    for (int16_t i = 1; i <= 99; ++i)
-        if (call(c.ReadFlag(i)) == -1 && c.ErrorCode() == 16)
-            break;
-    for (int16_t i = 1; i <= 99; ++i)
-        if (call(c.ReadParam(i)) == -1 && c.ErrorCode() == 16)
-            break;
-    for (int16_t i = 1; i <= 6; ++i) {
-        call(c.ReadHeaderLine(i));
-        call(c.ReadHeaderStyle(i));
-    }
-    for (int16_t p : {int16_t(9), int16_t(10)})
-        call(c.ReadParam(p));
-    for (int16_t i = 0; i <= 255; ++i)
-        call(c.ReadPS2(i));
-    for (int16_t i = 1; i <= 100; ++i)
-        call(c.ReadPromo(i));
-    for (int16_t i = 1; i <= 5; ++i)
-        if (call(c.ReadContante(i)) == 0)
-            call(c.ReadContantePredefinito(i));
-    return calls;
-}
-
 double seconds(const std::function<void()> &f)
 {
     QElapsedTimer t;
@@ -137,7 +100,7 @@ int main(int argc, char **argv)
     for (int r = 0; r < rounds; ++r) {
         XmlViewForm::FormMode = 1;
         viaForm << seconds([] { XmlViewForm form; });
-        viaControl << seconds([&] { calls = controlRead(control); });
+        viaControl << seconds([&] { calls = programmingRead(control, gMaxNReparti); });
     }
     const double form = median(viaForm), plain = median(viaControl);
     printf("whole read into the grids: %d exchanges, %d rounds (median)\n", calls, rounds);

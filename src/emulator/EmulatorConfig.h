@@ -27,6 +27,7 @@ struct EmulatorConfig
     QString ptyFolder;           // empty: no pseudo-terminal
     int comNumber = 1;
     QString lineSettings = QStringLiteral("9600,n,8,1");
+    bool realLineSpeed = false;  // the pseudo-terminal paced at the line speed
 
     QString statePath;           // empty: the memory lives only as long as the process
     QString paperPath;           // empty: nothing is written

@@ -80,6 +80,7 @@ QString EmulatorOptions::parse(const QStringList &arguments)
     const QCommandLineOption pty(QStringLiteral("pty"), QStringLiteral("Also offer a pseudo-terminal, linked as COM<n> in this folder (Fiscorda looks for COM<n> in its own folder)."), QStringLiteral("folder"));
     const QCommandLineOption com(QStringLiteral("com"), QStringLiteral("The n of the COM link (default 1)."), QStringLiteral("n"), QStringLiteral("1"));
     const QCommandLineOption line(QStringLiteral("line"), QStringLiteral("The printer's own line settings on the pseudo-terminal: speed,parity,data bits,stop bits (default 9600,n,8,1). It answers only a program that set the same."), QStringLiteral("settings"), QStringLiteral("9600,n,8,1"));
+    const QCommandLineOption realSpeed(QStringLiteral("real-speed"), QStringLiteral("On the pseudo-terminal, move bytes no faster than the line speed, both ways, as a real serial port does (by default they go at once)."));
     const QCommandLineOption state(QStringLiteral("state"), QStringLiteral("State file: the printer's memory, saved after every change (default emulator-state.json)."), QStringLiteral("file"), QStringLiteral("emulator-state.json"));
     const QCommandLineOption noState(QStringLiteral("no-state"), QStringLiteral("Keep the memory only while the emulator runs."));
     const QCommandLineOption paper(QStringLiteral("paper"), QStringLiteral("Paper roll: the text file everything printed goes to (default emulator-paper.txt)."), QStringLiteral("file"), QStringLiteral("emulator-paper.txt"));
@@ -97,7 +98,7 @@ QString EmulatorOptions::parse(const QStringList &arguments)
     const QCommandLineOption badSum(QStringLiteral("bad-checksum"), QStringLiteral("Send every answer with a wrong checksum."));
     const QCommandLineOption stale(QStringLiteral("stale-answer"), QStringLiteral("Send an old answer of another SEQ before every answer."));
     p.addOptions({help, version, model, serial, firmware, fm, resets, deps, flags, params, journalSize, tcp, pty, com,
-                  line, state, noState, paper, traffic, verboseOption, paperOut, offline, journal, powerOff, slow, nak, noAck,
+                  line, realSpeed, state, noState, paper, traffic, verboseOption, paperOut, offline, journal, powerOff, slow, nak, noAck,
                   ackOnly, cut, badSum, stale});
     helpText = p.helpText();
     if (!p.parse(arguments))
@@ -135,6 +136,7 @@ QString EmulatorOptions::parse(const QStringList &arguments)
         return QStringLiteral("--tcp %1: expected address:port, a port, or off").arg(p.value(tcp));
     c.ptyFolder = p.value(pty);
     c.lineSettings = p.value(line);
+    c.realLineSpeed = p.isSet(realSpeed);
     if (!LineSettings::parse(c.lineSettings))
         return QStringLiteral("--line %1: expected speed,parity,data bits,stop bits, e.g. 9600,n,8,1").arg(c.lineSettings);
     c.statePath = p.isSet(noState) ? QString() : p.value(state);

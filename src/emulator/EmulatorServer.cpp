@@ -99,6 +99,7 @@ bool EmulatorServer::openPty(const QString &folder, int comNumber, const QString
     }
     if (!m_powered)
         return true;
+    m_pty->setPaced(m_config.realLineSpeed);
     if (!m_pty->open(folder, comNumber, *settings, error))
         return false;
     delete m_ptySession;

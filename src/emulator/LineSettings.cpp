@@ -46,6 +46,17 @@ std::optional<LineSettings> LineSettings::parse(const QString &text)
     return s;
 }
 
+double LineSettings::bitsPerCharacter() const
+{
+    const double stop = stopBits == QLatin1String("1.5") ? 1.5 : stopBits == QLatin1String("2") ? 2.0 : 1.0;
+    return 1 + dataBits + (parity == QLatin1Char('n') ? 0 : 1) + stop;
+}
+
+qint64 LineSettings::characterTimeNs() const
+{
+    return speed > 0 ? qint64(bitsPerCharacter() * 1e9 / speed + 0.5) : 0;
+}
+
 QString LineSettings::text() const
 {
     return QStringLiteral("%1,%2,%3,%4").arg(speed).arg(parity).arg(dataBits).arg(stopBits);

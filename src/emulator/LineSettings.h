@@ -28,5 +28,10 @@ struct LineSettings
     // these two can be compared there.
     bool hears(const LineSettings &terminal) const;
 
+    // Bits one character takes on the line: start, data, parity, stop.
+    double bitsPerCharacter() const;
+    // Nanoseconds one character takes at this speed.
+    qint64 characterTimeNs() const;
+
     bool operator==(const LineSettings &) const = default;
 };

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <cerrno>
 #include <cstdlib>
@@ -58,6 +59,20 @@ bool PtyPort::open(const QString &folder, int comNumber, const LineSettings &own
     m_writer = new QSocketNotifier(m_master, QSocketNotifier::Write, this);
     m_writer->setEnabled(false);
     connect(m_writer, &QSocketNotifier::activated, this, &PtyPort::onWritable);
+
+    const qint64 charNs = m_paced ? own.characterTimeNs() : 0;
+    m_in.setCharacterTime(charNs);
+    m_out.setCharacterTime(charNs);
+    if (m_paced && !m_inTimer) {
+        for (QTimer **t : {&m_inTimer, &m_outTimer}) {
+            *t = new QTimer(this);
+            (*t)->setSingleShot(true);
+            (*t)->setTimerType(Qt::PreciseTimer);
+        }
+        connect(m_inTimer, &QTimer::timeout, this, &PtyPort::deliverIn);
+        connect(m_outTimer, &QTimer::timeout, this, &PtyPort::deliverOut);
+    }
+    m_clock.start();
     return true;
 }
 
@@ -68,6 +83,12 @@ void PtyPort::close()
     delete m_writer;
     m_writer = nullptr;
     m_pending.clear();
+    m_in.clear();
+    m_out.clear();
+    if (m_inTimer) {
+        m_inTimer->stop();
+        m_outTimer->stop();
+    }
     if (m_slave >= 0)
         ::close(m_slave);
     if (m_master >= 0)
@@ -101,17 +122,62 @@ void PtyPort::onReadable()
         return;
     const auto settings = terminalSettings();
     if (settings && m_own.hears(*settings))
-        Q_EMIT received(got);
+        hear(got);
     else
         Q_EMIT ignored(got, settings ? settings->text() : QStringLiteral("unknown"));
+}
+
+void PtyPort::hear(const QByteArray &bytes)
+{
+    if (!m_paced) {
+        Q_EMIT received(bytes);
+        return;
+    }
+    m_in.push(bytes, m_clock.nsecsElapsed());
+    schedule(m_inTimer, m_in);
 }
 
 void PtyPort::write(const QByteArray &bytes)
 {
     if (m_master < 0)
         return;
+    if (m_paced) {
+        m_out.push(bytes, m_clock.nsecsElapsed());
+        schedule(m_outTimer, m_out);
+        return;
+    }
     m_pending += bytes;
     onWritable();
+}
+
+void PtyPort::deliverIn()
+{
+    const QByteArray bytes = m_in.take(m_clock.nsecsElapsed());
+    schedule(m_inTimer, m_in);
+    if (!bytes.isEmpty())
+        Q_EMIT received(bytes);
+}
+
+void PtyPort::deliverOut()
+{
+    const QByteArray bytes = m_out.take(m_clock.nsecsElapsed());
+    schedule(m_outTimer, m_out);
+    if (bytes.isEmpty() || m_master < 0)
+        return;
+    m_pending += bytes;
+    onWritable();
+}
+
+void PtyPort::schedule(QTimer *timer, const LinePacer &pacer)
+{
+    const qint64 now = m_clock.nsecsElapsed();
+    const qint64 wake = pacer.nextWake(now);
+    if (wake < 0) {
+        timer->stop();
+        return;
+    }
+    // Whole milliseconds, rounded up: a byte is never handed on early.
+    timer->start(int((wake - now + 999'999) / 1'000'000));
 }
 
 void PtyPort::onWritable()

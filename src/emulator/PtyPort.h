@@ -1,10 +1,13 @@
 #pragma once
 
+#include "LinePacer.h"
 #include "LineSettings.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 
 class QSocketNotifier;
+class QTimer;
 
 // The printer's serial port: a pseudo-terminal whose terminal side is linked
 // as COMn in a folder, so that a program opens it as it would a real port.
@@ -14,6 +17,9 @@ class QSocketNotifier;
 // only see noise). Of the settings a pseudo-terminal keeps the speed and the
 // stop bits (see LineSettings::hears). close() hangs the line up, as a
 // printer switched off.
+//
+// Paced, the port moves bytes no faster than its own line speed, both ways,
+// as a real serial line does; otherwise a pseudo-terminal's bytes go at once.
 class PtyPort : public QObject
 {
     Q_OBJECT
@@ -27,6 +33,8 @@ public:
     QString linkPath() const { return m_link; }
     QString devicePath() const { return m_device; }
     LineSettings ownSettings() const { return m_own; }
+    void setPaced(bool paced) { m_paced = paced; }
+    bool isPaced() const { return m_paced; }
 
     void write(const QByteArray &bytes);
     // The settings the program put on the terminal, when they can be read.
@@ -39,6 +47,10 @@ Q_SIGNALS:
 private:
     void onReadable();
     void onWritable();
+    void hear(const QByteArray &bytes);
+    void deliverIn();
+    void deliverOut();
+    void schedule(QTimer *timer, const LinePacer &pacer);
 
     int m_master = -1;
     int m_slave = -1; // held open so that the line stays up between programs
@@ -46,6 +58,12 @@ private:
     QSocketNotifier *m_writer = nullptr;
     QByteArray m_pending;
     LineSettings m_own;
+    bool m_paced = false;
+    LinePacer m_in;  // from the program to the printer
+    LinePacer m_out; // from the printer to the program
+    QTimer *m_inTimer = nullptr;
+    QTimer *m_outTimer = nullptr;
+    QElapsedTimer m_clock;
     QString m_link;
     QString m_device;
 };

@@ -5,6 +5,7 @@
 
 #include "emulator/LineSettings.h"
 
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 
 #include <cerrno>
@@ -135,6 +136,38 @@ private Q_SLOTS:
         QVERIFY(again.set(QStringLiteral("9600,n,8,1")));
         again.send('0', {"ReadDateTime"});
         QCOMPARE(again.collect(2000, 2).size(), 2);
+    }
+
+    void realSpeedTakesTheCharacterTimes()
+    {
+        EmulatorConfig config;
+        config.realLineSpeed = true;
+        EmulatorServer emu{config};
+        QVERIFY(emu.start());
+        QVERIFY(emu.openPty(dir.path(), 11, QStringLiteral("2400,n,8,1"))); // 4.17 ms a byte
+        const double charMs = 10 * 1000.0 / 2400;
+        Terminal t;
+        QVERIFY(t.open(emu.ptyLink()));
+        QVERIFY(t.set(QStringLiteral("2400,n,8,1")));
+
+        const QByteArray request = Wire::encodeFrame('0', {"ReadReparto", "1"});
+        QElapsedTimer clock;
+        clock.start();
+        t.send('0', {"ReadReparto", "1"});
+        QCOMPARE(t.collect(3000, 1).value(0).kind, Kind::Ack);
+        const qint64 ackMs = clock.elapsed();
+        const auto answer = t.collect(3000, 1);
+        const qint64 answerMs = clock.elapsed();
+        QCOMPARE(answer.size(), 1);
+        const qsizetype answerBytes = Wire::encodeFrame('0', answer[0].fields).size();
+
+        // The ACK comes after the whole request and itself have crossed the
+        // line, the answer after the ACK and all its own bytes.
+        const double ackWire = (request.size() + 1) * charMs;
+        const double allWire = ackWire + answerBytes * charMs;
+        QVERIFY2(ackMs >= ackWire - 1, qPrintable(QStringLiteral("ACK after %1 ms").arg(ackMs)));
+        QVERIFY2(answerMs >= allWire - 1, qPrintable(QStringLiteral("answer after %1 ms").arg(answerMs)));
+        QVERIFY2(answerMs < allWire * 1.5 + 200, qPrintable(QStringLiteral("answer after %1 ms").arg(answerMs)));
     }
 
     void linkGoesWithTheEmulatorAndFilesAreLeftAlone()
