@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Installs what building and testing Fiscorda needs on Debian 12, when missing.
+# With package names as arguments: installs those instead, when missing.
 set -euo pipefail
 packages=(g++ cmake make qt6-base-dev qt6-serialport-dev libpugixml-dev libgl-dev fonts-liberation qt6-translations-l10n poppler-utils)
+if [ $# -gt 0 ]; then packages=("$@"); fi
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -57,38 +57,40 @@ int ElectronicJournal::percent() const
     return int(qMin<qint64>(100, m_used * 100 / capacity));
 }
 
-int ElectronicJournal::dgfeState() const
+// The protocol numbers the card's condition twice: once as DgfeState and
+// once in the status digit. An Ok card is 0 in both.
+namespace {
+struct ConditionCodes
 {
-    switch (condition()) {
+    int nearFull, toFormat, otherMemory, full;
+};
+int codeOf(ElectronicJournal::Condition c, ConditionCodes codes)
+{
+    using Condition = ElectronicJournal::Condition;
+    switch (c) {
     case Condition::NearFull:
-        return 1;
+        return codes.nearFull;
     case Condition::ToFormat:
-        return 2;
+        return codes.toFormat;
     case Condition::OtherMemory:
-        return 3;
+        return codes.otherMemory;
     case Condition::Full:
-        return 4;
+        return codes.full;
     case Condition::Ok:
         break;
     }
     return 0;
 }
+}
+
+int ElectronicJournal::dgfeState() const
+{
+    return codeOf(condition(), {1, 2, 3, 4});
+}
 
 int ElectronicJournal::statusDigit() const
 {
-    switch (condition()) {
-    case Condition::NearFull:
-        return 1;
-    case Condition::ToFormat:
-        return 2;
-    case Condition::OtherMemory:
-        return 4;
-    case Condition::Full:
-        return 5;
-    case Condition::Ok:
-        break;
-    }
-    return 0;
+    return codeOf(condition(), {1, 2, 4, 5});
 }
 
 bool ElectronicJournal::writable() const

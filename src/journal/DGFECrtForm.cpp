@@ -139,10 +139,9 @@ void DGFECrtForm::Command1_Click()
 
     setCursor(Qt::WaitCursor);
     try {
-        if (ByNumber)
-            ReadByNumber();
-        else
-            ReadByDate();
+        // A pause holds a read by date only: in a read by number just the
+        // caption changes and the read goes on.
+        ReadSelection(!ByNumber);
     } catch (const BadReceiptNumber &) {
         // Nothing was asked of the printer with that number; the list keeps
         // what the read brought so far.
@@ -158,7 +157,7 @@ void DGFECrtForm::Command1_Click()
     btnSalvaSuFile->setEnabled(true);
 }
 
-void DGFECrtForm::ReadByDate()
+void DGFECrtForm::ReadSelection(bool pauseHolds)
 {
     ReadResult = 0;
     if (gFPControl->Busy())
@@ -172,7 +171,7 @@ void DGFECrtForm::ReadByDate()
     }
     while (ReadResult == 0 && gFPControl->InfoCode() != EndOfSelection && !ReadEnded) {
         giveEventTurn();
-        if (ReadPaused)
+        if (pauseHolds && ReadPaused)
             continue;
         addLine(gFPControl->DgfeLine());
         if (gFPControl->Busy())
@@ -181,29 +180,6 @@ void DGFECrtForm::ReadByDate()
         ReportResult(int16_t(ReadResult));
     }
     // The last line fetched: the end line, or the one fetched before a stop.
-    addLine(gFPControl->DgfeLine());
-}
-
-void DGFECrtForm::ReadByNumber()
-{
-    ReadResult = 0;
-    if (gFPControl->Busy())
-        return;
-    ReadResult = readCall(true);
-    ReportResult(int16_t(ReadResult));
-    if (ReadResult == 0 && gFPControl->InfoCode() == EndOfSelection) {
-        addLine(QStringLiteral("Nessuna operazione!"));
-        return;
-    }
-    while (ReadResult == 0 && gFPControl->InfoCode() != EndOfSelection && !ReadEnded) {
-        giveEventTurn();
-        // A pause does not hold a read by number: only the caption changes.
-        addLine(gFPControl->DgfeLine());
-        if (gFPControl->Busy())
-            continue;
-        ReadResult = readCall(false);
-        ReportResult(int16_t(ReadResult));
-    }
     addLine(gFPControl->DgfeLine());
 }
 

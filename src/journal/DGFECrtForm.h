@@ -75,8 +75,7 @@ private:
     QElapsedTimer m_listShown; // since the list was last shown with its latest line
     QStringList m_pending;     // lines read and not yet handed to the list
     bool closeRequest(); // true: the form may close
-    void ReadByDate();
-    void ReadByNumber();
+    void ReadSelection(bool pauseHolds); // the read by date or by number, to its end
     int16_t readCall(bool first);
     void addLine(const QString &line);
     void showLatestLines();

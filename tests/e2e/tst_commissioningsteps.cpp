@@ -2,12 +2,10 @@
 // the header read back, programmed and printed on the next receipt at the
 // model's width; a header the printer refuses until a closure; flags and
 // parameters changed; rounds that meet what the printer does not have.
-#include "FormTestEnv.h"
+#include "EmulatorTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallFlagForm.h"
 #include "commissioning/InstallHeaderForm.h"
-#include "emulator/EmulatorServer.h"
-#include "printer/KelvoProtocolControl.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -18,27 +16,9 @@
 class TestCommissioningSteps : public QObject
 {
     Q_OBJECT
-    std::optional<FormTestEnv> env;
-    std::optional<EmulatorServer> emu;
-    std::optional<KelvoProtocolControl> control;
+    std::optional<EmulatorTestEnv> env;
 
-    void start(const EmulatorConfig &config)
-    {
-        emu.emplace(config);
-        QVERIFY(emu->start());
-        // TcpPort is a 16-bit Integer: the emulator listens below 32768.
-        quint16 port = 20000 + QCoreApplication::applicationPid() % 5000;
-        while (!emu->listenTcp(QHostAddress::LocalHost, port))
-            ++port;
-        control.emplace();
-        control->setEuroSettings(2);
-        control->setUseTcp(1);
-        control->setIpAddress("127.0.0.1");
-        control->setTcpPort(int16_t(port));
-        control->OpenTcp();
-        gFPControl = &*control;
-    }
-    Reply run(const char *name, const QList<QByteArray> &args) { return emu->execute(name, args); }
+    Reply run(const char *name, const QList<QByteArray> &args) { return env->run(name, args); }
     void sale()
     {
         QCOMPARE(run("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
@@ -47,7 +27,7 @@ class TestCommissioningSteps : public QObject
     // The receipt's lines above its "EURO" row.
     QStringList lastReceiptHead()
     {
-        const QStringList roll = emu->model().context().roll.tail();
+        const QStringList roll = env->roll();
         const qsizetype euro = roll.lastIndexOf(QRegularExpression("^ +EURO$"));
         const qsizetype cut = roll.lastIndexOf(QRegularExpression("^~+$"), euro); // then a blank line
         return roll.mid(cut + 2, euro - cut - 2);
@@ -65,12 +45,7 @@ private Q_SLOTS:
         InstallHeaderForm::StandaloneMode = true;
         InstallFlagForm::StandaloneMode = true;
     }
-    void cleanup()
-    {
-        control.reset();
-        emu.reset();
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void headerOnTheNextReceipt_data()
     {
@@ -85,7 +60,7 @@ private Q_SLOTS:
         QFETCH(int, width);
         EmulatorConfig config;
         config.firmware = firmware;
-        start(config);
+        QVERIFY(env->startOnTcp(config));
         InstallHeaderForm form;
         QCOMPARE(form.maxChars, width);
         // The new printer's header comes back trimmed, or not at all.
@@ -105,7 +80,7 @@ private Q_SLOTS:
         }
         form.btnNext_Click();
         QVERIFY(MsgBox::shownTexts().isEmpty());
-        QVERIFY(emu->model().context().roll.tail().join('\n').contains("PROGRAMMAZIONE INTESTAZIONE"));
+        QVERIFY(env->roll().join('\n').contains("PROGRAMMAZIONE INTESTAZIONE"));
 
         sale();
         const int p = width == 40 ? 15 : 8; // the step's own centring: one blank short a side
@@ -117,7 +92,7 @@ private Q_SLOTS:
 
     void headerRefusedUntilAClosure()
     {
-        start(EmulatorConfig());
+        QVERIFY(env->startOnTcp());
         sale(); // a fiscal receipt: the header is fixed until the closure
         InstallHeaderForm form;
         markRows(form);
@@ -131,7 +106,7 @@ private Q_SLOTS:
 
     void flagsChanged()
     {
-        start(EmulatorConfig());
+        QVERIFY(env->startOnTcp());
         InstallFlagForm form;
         QVERIFY(form.Check1[4]->isChecked()); // flag 12, on in a new printer
         form.Check1[7]->setChecked(true);     // flag 13, OBBLIGA SUBTOTALE
@@ -152,7 +127,7 @@ private Q_SLOTS:
         EmulatorConfig config;
         config.flags = 12;  // 13, 25..28 are not there
         config.params = 10; // nor 11..13
-        start(config);
+        QVERIFY(env->startOnTcp(config));
         InstallFlagForm form;
         // Each missing flag is told at the reading; the fields of the
         // missing parameters stay empty.

@@ -4,16 +4,14 @@
 // wire, on the screen and in the file; the printer refusing a selection; and
 // a printer switched off and on again, in the middle of a read and between
 // two commands, over TCP and over a pseudo-terminal.
-#include "FormTestEnv.h"
+#include "DgfeSelection.h"
+#include "EmulatorTestEnv.h"
+#include "TestFiles.h"
 #include "app/FiscordaForm.h"
 #include "emulator/ConsoleCommands.h"
-#include "emulator/EmulatorServer.h"
 #include "journal/GiornaleDGFEForm.h"
 #include "journal/GiornaleStepForm.h"
-#include "journal/DGFECrtForm.h"
-#include "journal/DGFEForm.h"
 #include "settings/Cp1252.h"
-#include "printer/KelvoProtocolControl.h"
 #include "ui/FileDialog.h"
 
 #include <QApplication>
@@ -27,40 +25,28 @@
 class TestJournalEmulator : public QObject
 {
     Q_OBJECT
-    std::optional<FormTestEnv> env;
-    std::optional<EmulatorServer> emu;
-    std::optional<KelvoProtocolControl> control;
-    std::optional<DGFEForm> selection;
+    std::optional<EmulatorTestEnv> env;
+    std::optional<DgfeSelection> selection;
     QDateTime clock;
 
-    EmulatorConfig config() const
-    {
-        EmulatorConfig c;
-        c.statePath = env->folder.filePath("state.json");
-        c.paperPath.clear();
-        return c;
-    }
+    // The printer keeps its memory in a state file, across a restart, and
+    // lives on the test's clock.
     void startPrinter()
     {
-        emu.emplace(config());
-        QVERIFY(emu->start());
-        emu->model().context().systemClock = [this] { return clock; };
-        QVERIFY(emu->listenTcp(QHostAddress::LocalHost, 0));
+        EmulatorConfig config;
+        config.statePath = env->folder.filePath("state.json");
+        config.paperPath.clear();
+        QVERIFY(env->start(config));
+        env->emu->model().context().systemClock = [this] { return clock; };
     }
     void connectTcp()
     {
-        control.emplace();
-        control->setEuroSettings(2);
-        control->setTimeoutAck(1);
-        control->setUseTcp(1);
-        control->setIpAddress("127.0.0.1");
-        control->setTcpPort(int16_t(emu->tcpPort()));
-        QCOMPARE(control->OpenTcp(), 0);
-        gFPControl = &*control;
+        env->control->setTimeoutAck(1);
+        QVERIFY(env->connectTcp());
     }
     void run(const char *name, const QList<QByteArray> &args)
     {
-        const Reply r = emu->execute(name, args);
+        const Reply r = env->run(name, args);
         QVERIFY2(r.result == 0, name);
     }
     void receipt(const QDateTime &when, const QByteArray &description)
@@ -69,30 +55,7 @@ class TestJournalEmulator : public QObject
         run("SellReparto", {"1", "1", description, "12000", "5", "1"});
         run("PayReceipt", {"1", "", "0", "0", "0", "1"});
     }
-    static QStringList listOf(const DGFECrtForm &form)
-    {
-        QStringList out;
-        for (int i = 0; i < form.ListDGFE->count(); ++i)
-            out << form.ListDGFE->item(i)->text();
-        return out;
-    }
-    void byDate(QDate from, QDate to)
-    {
-        selection->dtInizio->setDate(from);
-        selection->dtFine->setDate(to);
-        DGFECrtForm::ByNumber = false;
-        DGFECrtForm::FromDate = selection->dtInizio;
-        DGFECrtForm::ToDate = selection->dtFine;
-    }
-    void byNumber(QDate day, const QString &first, const QString &last)
-    {
-        selection->dtScontr->setDate(day);
-        DGFECrtForm::ByNumber = true;
-        DGFECrtForm::ReceiptDate = selection->dtScontr;
-        DGFECrtForm::FirstReceipt = first;
-        DGFECrtForm::LastReceipt = last;
-    }
-    const ElectronicJournal &journal() { return emu->model().memory().journal; }
+    const ElectronicJournal &journal() { return env->emu->model().memory().journal; }
 
 private Q_SLOTS:
     void init()
@@ -106,9 +69,6 @@ private Q_SLOTS:
     void cleanup()
     {
         selection.reset();
-        gFPControl = &env->fake;
-        control.reset();
-        emu.reset();
         FileDialog::stopRecording();
         env.reset();
     }
@@ -128,36 +88,30 @@ private Q_SLOTS:
 
         // The journal is the printer's memory: a restart keeps it whole.
         const qsizetype documents = journal().entries().size();
-        emu.reset();
-        startPrinter();
+        startPrinter(); // again
         QCOMPARE(journal().entries().size(), documents);
         connectTcp();
 
-        byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        selection->byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
         DGFECrtForm date;
         date.Command1->click();
         QCOMPARE(listOf(date), tenth);
-        QCOMPARE(tenth.filter("UNO").size() + tenth.filter("TRE").size(), 2);
-        QVERIFY(tenth.filter("PANE").isEmpty() && tenth.filter("DOMANI").isEmpty());
         QVERIFY(MsgBox::shownTexts().isEmpty());
 
-        byNumber(QDate(2026, 3, 10), "2", "2");
+        selection->byNumber(QDate(2026, 3, 10), "2", "2");
         DGFECrtForm number;
         number.Command1->click();
         QCOMPARE(listOf(number), second);
         // The accented line arrives whole: Windows-1252 on the wire, right on screen.
         QCOMPARE(second.filter(QStringLiteral("CAFFÈ €")).size(), 1);
-        QVERIFY(second.filter("UNO").isEmpty() && second.filter("TRE").isEmpty());
 
         const QString path = env->folder.filePath("out.log");
         FileDialog::queueAnswer(path);
         number.btnSalvaSuFile->click();
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY(file.readAll().contains("CAFF\xC8 \x80"));
+        QVERIFY(TestFiles::contentOf(path).contains("CAFF\xC8 \x80"));
 
         // Nothing on a day without receipts.
-        byNumber(QDate(2026, 3, 12), "1", "9");
+        selection->byNumber(QDate(2026, 3, 12), "1", "9");
         DGFECrtForm none;
         none.Command1->click();
         QCOMPARE(listOf(none), QStringList{"Nessuna operazione!"});
@@ -172,7 +126,7 @@ private Q_SLOTS:
         receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
         const QStringList tenth = journal().linesByDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
         connectTcp();
-        FiscordaForm mainForm(&*control);
+        FiscordaForm mainForm(&*env->control);
         mainForm.show();
 
         QStringList read, seen;
@@ -199,14 +153,14 @@ private Q_SLOTS:
                 seen << wizard->lblDGFE->text();
                 wizard->btnFwd->click(); // still on: refused
                 tabs << wizard->SSTab1->currentIndex();
-                emu->setPower(false);
+                env->emu->setPower(false);
                 QTest::qWait(200);
-                ConsoleCommands console(*emu);
+                ConsoleCommands console(*env->emu);
                 console.run("journal toformat");
                 for (int i = 0; i < 4; ++i)
                     wizard->btnFwd->click();
                 tabs << wizard->SSTab1->currentIndex();
-                emu->setPower(true);
+                env->emu->setPower(true);
                 QTest::qWait(50);
                 wizard->btnFwd->click();
                 tabs << wizard->SSTab1->currentIndex() << wizard->btnFwd->isEnabled();
@@ -242,9 +196,9 @@ private Q_SLOTS:
         receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
         connectTcp();
         if (number)
-            byNumber(QDate(2026, 3, 10), "3", "1");
+            selection->byNumber(QDate(2026, 3, 10), "3", "1");
         else
-            byDate(QDate(2026, 3, 11), QDate(2026, 3, 10));
+            selection->byDate(QDate(2026, 3, 11), QDate(2026, 3, 10));
         DGFECrtForm form;
         form.Command1->click();
         QCOMPARE(form.ReadResult, int16_t(-1));
@@ -261,11 +215,11 @@ private Q_SLOTS:
             receipt(QDateTime(QDate(2026, 3, 10), QTime(8, i)), "ARTICOLO");
         const QStringList all = journal().linesByDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
         connectTcp();
-        byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        selection->byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
         DGFECrtForm form;
         form.onReadTurn = [&] {
-            if (form.lineCount() == 10 && emu->isPowered())
-                emu->setPower(false);
+            if (form.lineCount() == 10 && env->emu->isPowered())
+                env->emu->setPower(false);
         };
         form.Command1->click();
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Registratore non collegato.\r\n"});
@@ -274,7 +228,7 @@ private Q_SLOTS:
         QVERIFY(form.ReadEnded && form.btnSalvaSuFile->isEnabled() && form.btnOk->isEnabled());
 
         // Switched on again, the same screen reads the whole selection.
-        emu->setPower(true);
+        env->emu->setPower(true);
         MsgBox::clearShown();
         form.onReadTurn = nullptr;
         form.Command1->click();
@@ -302,12 +256,12 @@ private Q_SLOTS:
         receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
         clock = QDateTime(QDate(2026, 3, 10), QTime(20, 0));
         run("FiscalClosure", {"1"});
-        ConsoleCommands console(*emu);
+        ConsoleCommands console(*env->emu);
         QCOMPARE(console.run("journal " + condition), "journal " + condition);
-        QCOMPARE(emu->execute("SellReparto", {"1", "1", "DUE", "12000", "5", "1"}).errorCode(), 1);
+        QCOMPARE(env->emu->execute("SellReparto", {"1", "1", "DUE", "12000", "5", "1"}).errorCode(), 1);
         connectTcp();
 
-        byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
+        selection->byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
         DGFECrtForm read;
         read.Command1->click();
         if (condition == "full")
@@ -325,7 +279,7 @@ private Q_SLOTS:
             QCOMPARE(wizard.lblNewDgfe->text(), QString::number(newNumber));
             // A new, empty journal but for its first slip; receipts go in again.
             QCOMPARE(journal().entries().size(), 1);
-            QCOMPARE(emu->execute("SellReparto", {"1", "1", "DUE", "12000", "5", "1"}).result, 0);
+            QCOMPARE(env->emu->execute("SellReparto", {"1", "1", "DUE", "12000", "5", "1"}).result, 0);
         } else {
             QVERIFY(MsgBox::shownTexts().last().contains("NON POSSIBILE"));
         }
@@ -343,39 +297,37 @@ private Q_SLOTS:
         if (tcp) {
             connectTcp();
         } else {
-            QVERIFY(emu->openPty(env->folder.path(), 7, "19200,n,8,1"));
-            control.emplace();
-            control->setEuroSettings(2);
-            control->setTimeoutAck(1);
-            control->setComPort(7);
-            control->setComSettings("19200,n,8,1");
-            control->OpenComPort();
-            QVERIFY(control->IsComPortOpen());
+            QVERIFY(env->emu->openPty(env->folder.path(), 7, "19200,n,8,1"));
+            env->control->setTimeoutAck(1);
+            env->control->setComPort(7);
+            env->control->setComSettings("19200,n,8,1");
+            env->control->OpenComPort();
+            QVERIFY(env->control->IsComPortOpen());
         }
-        QCOMPARE(control->ReadDateTime(), int16_t(0));
+        QCOMPARE(env->control->ReadDateTime(), int16_t(0));
 
-        emu->setPower(false);
+        env->emu->setPower(false);
         QTest::qWait(200); // the program idles meanwhile and sees the line go
         QElapsedTimer took;
         took.start();
-        QCOMPARE(control->ReadDateTime(), int16_t(1));
-        QCOMPARE(control->ReadDateTime(), int16_t(1)); // tried again, still off
+        QCOMPARE(env->control->ReadDateTime(), int16_t(1));
+        QCOMPARE(env->control->ReadDateTime(), int16_t(1)); // tried again, still off
         QVERIFY2(took.elapsed() < 1000, "a printer that is off answers at once");
 
-        emu->setPower(true);
+        env->emu->setPower(true);
         QTest::qWait(50);
         // No OpenTcp / OpenComPort by the program: the command brings the line back.
-        QCOMPARE(control->ReadDateTime(), int16_t(0));
+        QCOMPARE(env->control->ReadDateTime(), int16_t(0));
         int16_t n = 2;
-        QCOMPARE(control->ReadIva(n), int16_t(0));
-        QCOMPARE(control->IvaAliquota(), 10.0f);
+        QCOMPARE(env->control->ReadIva(n), int16_t(0));
+        QCOMPARE(env->control->IvaAliquota(), 10.0f);
 
         // A port the program closed stays closed.
         if (tcp)
-            control->CloseTcp();
+            env->control->CloseTcp();
         else
-            control->CloseComPort();
-        QCOMPARE(control->ReadDateTime(), int16_t(2));
+            env->control->CloseComPort();
+        QCOMPARE(env->control->ReadDateTime(), int16_t(2));
     }
 };
 

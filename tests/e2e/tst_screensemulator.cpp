@@ -2,13 +2,11 @@
 // speed search on a pseudo-terminal, the printer's refusal of a date before
 // the last closure, the closure that a sale makes necessary, and the setup
 // saved from the main form.
-#include "FormTestEnv.h"
+#include "EmulatorTestEnv.h"
 #include "app/DataOraForm.h"
 #include "app/FiscordaForm.h"
 #include "app/Main.h"
 #include "app/SetupPrnForm.h"
-#include "emulator/EmulatorServer.h"
-#include "printer/KelvoProtocolControl.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -22,23 +20,9 @@
 class TestScreensEmulator : public QObject
 {
     Q_OBJECT
-    std::optional<FormTestEnv> env;
-    std::optional<EmulatorServer> emu;
-    std::optional<KelvoProtocolControl> control;
+    std::optional<EmulatorTestEnv> env;
 
-    // TcpPort is a 16-bit Integer: the emulator listens below 32768.
-    quint16 listen()
-    {
-        quint16 port = 20000 + QCoreApplication::applicationPid() % 5000;
-        while (!emu->listenTcp(QHostAddress::LocalHost, port))
-            ++port;
-        control->setUseTcp(1);
-        control->setIpAddress("127.0.0.1");
-        control->setTcpPort(int16_t(port));
-        control->OpenTcp();
-        return port;
-    }
-    void run(const char *name, const QList<QByteArray> &args) { QCOMPARE(emu->execute(name, args).result, 0); }
+    void run(const char *name, const QList<QByteArray> &args) { QCOMPARE(env->run(name, args).result, 0); }
 
 private Q_SLOTS:
     void init()
@@ -46,38 +30,30 @@ private Q_SLOTS:
         env.emplace();
         EmulatorConfig config;
         config.model = EmulatorConfig::Model::KX81;
-        emu.emplace(config);
-        QVERIFY(emu->start());
-        control.emplace();
-        control->setEuroSettings(2); // as the start-up leaves it
-        gFPControl = &*control;
+        QVERIFY(env->start(config));
     }
-    void cleanup()
-    {
-        control.reset();
-        emu.reset();
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void speedSearchOnAPseudoTerminal()
     {
-        QVERIFY(emu->openPty(env->folder.path(), 1, "19200,n,8,1"));
+        QVERIFY(env->emu->openPty(env->folder.path(), 1, "19200,n,8,1"));
         QStringList speeds; // the line settings under which requests went out
-        control->setTrafficObserver([&](KelvoProtocolControl::Direction d, const QByteArray &) {
-            if (d == KelvoProtocolControl::Direction::Sent && speeds.value(speeds.size() - 1) != control->ComSettings())
-                speeds << control->ComSettings();
+        KelvoProtocolControl &control = *env->control;
+        control.setTrafficObserver([&](KelvoProtocolControl::Direction d, const QByteArray &) {
+            if (d == KelvoProtocolControl::Direction::Sent && speeds.value(speeds.size() - 1) != control.ComSettings())
+                speeds << control.ComSettings();
         });
         SetupPrnForm form;
         form.btnAutoSet->click();
         QCOMPARE(speeds, QStringList({"9600,n,8,1", "19200,n,8,1"}));
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Velocità impostata a 19200"});
         QCOMPARE(form.comboSpeed->currentText(), QStringLiteral("19200"));
-        QCOMPARE(QList<int>({control->TimeoutAck(), control->TimeoutOp()}), QList<int>({-1, -1}));
+        QCOMPARE(QList<int>({control.TimeoutAck(), control.TimeoutOp()}), QList<int>({-1, -1}));
     }
 
     void dateBeforeTheLastClosure()
     {
-        listen();
+        QVERIFY(env->connectTcp());
         run("FiscalClosure", {"1"});
         DataOraForm form;
         form.dtData->setDate(form.dtData->date().addDays(-1));
@@ -88,7 +64,7 @@ private Q_SLOTS:
 
     void saleMakesTheClosureComeFirst()
     {
-        listen();
+        QVERIFY(env->connectTcp());
         run("SellReparto", {"1", "1", "PANE", "25000", "1", "1"});
         run("PayReceipt", {"1", "", "0", "0", "0", "1"});
         DataOraForm form;
@@ -98,7 +74,7 @@ private Q_SLOTS:
         QCOMPARE(MsgBox::shownTexts().first(),
                  QStringLiteral("Per programmare la data bisogna fare una chiusura fiscale. Procedo con la chiusura fiscale?"));
         QCOMPARE(MsgBox::shownTexts().last(), QStringLiteral("Aggiornamento Data/Ora eseguito"));
-        QVERIFY(emu->model().context().roll.tail().join('\n').contains("CHIUSURA GIORNALIERA"));
+        QVERIFY(env->roll().join('\n').contains("CHIUSURA GIORNALIERA"));
         QVERIFY(form.dateSet);
     }
 
@@ -106,10 +82,11 @@ private Q_SLOTS:
     {
         QFile(env->folder.filePath("COM1")).open(QIODevice::WriteOnly); // a COM1 that is no serial port
         whenModal("SetupPrnForm", [](QWidget *w) { w->close(); });
-        std::unique_ptr<FiscordaForm> mainForm(Main(&*control));
+        std::unique_ptr<FiscordaForm> mainForm(Main(&*env->control));
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Registratore non collegato.\r\n"});
 
-        const quint16 port = listen();
+        QVERIFY(env->connectTcp());
+        const quint16 port = env->emu->tcpPort();
         whenModal("SetupPrnForm", [port](QWidget *w) {
             auto *form = static_cast<SetupPrnForm *>(w);
             form->radioTCP->click();

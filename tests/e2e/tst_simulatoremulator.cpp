@@ -2,9 +2,7 @@
 // control: a whole receipt and what it prints, the eight X reports, the
 // learning mode switched from the menu, the printer's refusals and a dropped
 // line as the technician sees them, and the resets of the totals.
-#include "FormTestEnv.h"
-#include "emulator/EmulatorServer.h"
-#include "printer/KelvoProtocolControl.h"
+#include "EmulatorTestEnv.h"
 #include "settings/Conversions.h"
 #include "simulator/KelvoFpSimulaForm.h"
 #include "simulator/XRepForm.h"
@@ -22,9 +20,7 @@ using Form = KelvoFpSimulaForm;
 class TestSimulatorEmulator : public QObject
 {
     Q_OBJECT
-    std::optional<FormTestEnv> env;
-    std::optional<EmulatorServer> emu;
-    std::optional<KelvoProtocolControl> control;
+    std::optional<EmulatorTestEnv> env;
     qint64 rollMark = 0;
 
     // Keys by their faces: digits and ',' one character each, others by name.
@@ -50,7 +46,7 @@ class TestSimulatorEmulator : public QObject
     // What came out of the printer since the last look.
     QStringList paper()
     {
-        const PaperRoll &roll = emu->model().context().roll;
+        const PaperRoll &roll = env->emu->model().context().roll;
         const qint64 fresh = roll.linesPrinted() - rollMark;
         rollMark = roll.linesPrinted();
         return roll.tail().mid(roll.tail().size() - fresh);
@@ -62,25 +58,13 @@ private Q_SLOTS:
         env.emplace();
         Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
         Form::PaymentOpen = false;
-        emu.emplace(EmulatorConfig{});
-        QVERIFY(emu->start());
-        emu->model().context().systemClock = [] { return QDateTime(QDate(2026, 3, 10), QTime(9, 30)); };
-        quint16 port = 20000 + QCoreApplication::applicationPid() % 5000; // TcpPort is a 16-bit Integer
-        while (!emu->listenTcp(QHostAddress::LocalHost, port))
-            ++port;
-        control.emplace();
-        control->setEuroSettings(2);
-        control->setUseTcp(1);
-        control->setIpAddress("127.0.0.1");
-        control->setTcpPort(int16_t(port));
-        QCOMPARE(control->OpenTcp(), 0);
-        gFPControl = &*control;
-        rollMark = emu->model().context().roll.linesPrinted();
+        QVERIFY(env->start());
+        env->emu->model().context().systemClock = [] { return QDateTime(QDate(2026, 3, 10), QTime(9, 30)); };
+        QVERIFY(env->connectTcp());
+        rollMark = env->emu->model().context().roll.linesPrinted();
     }
     void cleanup()
     {
-        control.reset();
-        emu.reset();
         env.reset();
         Conv::setLocaleForTests(QLocale::system());
     }
@@ -192,7 +176,7 @@ private Q_SLOTS:
 
     void refusalsAndADroppedLine()
     {
-        emu->model().memory().departments[3].iva = 0; // REP 4 without a VAT row
+        env->emu->model().memory().departments[3].iva = 0; // REP 4 without a VAT row
         Form form;
         keys(form, "4 btnRep_3 5 btnRep_0");
         XRepForm(&form).btnFinGior->click();
@@ -211,7 +195,7 @@ private Q_SLOTS:
         QVERIFY(!Form::PaymentOpen);
 
         MsgBox::clearShown();
-        emu->setPower(false);
+        env->emu->setPower(false);
         keys(form, "5 btnRep_0");
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Registratore non collegato.\r\n"});
         QVERIFY(form.EntryPosted);
@@ -219,7 +203,7 @@ private Q_SLOTS:
 
     void resetsOfTotals()
     {
-        PrinterMemory &memory = emu->model().memory();
+        PrinterMemory &memory = env->emu->model().memory();
         Form form;
         keys(form, "2 desc:7 btnRep_0 1 desc:8001234567890 btnRep_1 btnContante"); // a PLU and a promotion
         QCOMPARE(memory.pluTotals.value(7), Currency::fromUnits(2));

@@ -2,9 +2,9 @@
 // the print roads, the end of a selection, pause and stop between two lines,
 // failures in the middle, bad receipt numbers, the close question and the
 // bytes of the saved file.
+#include "DgfeSelection.h"
 #include "FormTestEnv.h"
-#include "journal/DGFECrtForm.h"
-#include "journal/DGFEForm.h"
+#include "TestFiles.h"
 #include "settings/Conversions.h"
 #include "ui/FileDialog.h"
 
@@ -19,7 +19,7 @@ class TestDgfeForms : public QObject
 {
     Q_OBJECT
     std::optional<FormTestEnv> env;
-    std::optional<DGFEForm> selection;
+    std::optional<DgfeSelection> selection;
     QStringList journal;          // what the printer serves
     QList<int> timeoutAtCall;     // TimeoutOp as each read call found it
     int served = 0;
@@ -54,13 +54,6 @@ class TestDgfeForms : public QObject
             out << QStringLiteral("RIGA %1").arg(i);
         return out;
     }
-    static QStringList listOf(const DGFECrtForm &form)
-    {
-        QStringList out;
-        for (int i = 0; i < form.ListDGFE->count(); ++i)
-            out << form.ListDGFE->item(i)->text();
-        return out;
-    }
     QStringList readArgs() const
     {
         QStringList out;
@@ -68,22 +61,6 @@ class TestDgfeForms : public QObject
             if (c.name.startsWith("ReadDgfeBy"))
                 out << c.args.join(',');
         return out;
-    }
-    void byDate(QDate from, QDate to)
-    {
-        selection->dtInizio->setDate(from);
-        selection->dtFine->setDate(to);
-        DGFECrtForm::ByNumber = false;
-        DGFECrtForm::FromDate = selection->dtInizio;
-        DGFECrtForm::ToDate = selection->dtFine;
-    }
-    void byNumber(QDate day, const QString &first, const QString &last)
-    {
-        selection->dtScontr->setDate(day);
-        DGFECrtForm::ByNumber = true;
-        DGFECrtForm::ReceiptDate = selection->dtScontr;
-        DGFECrtForm::FirstReceipt = first;
-        DGFECrtForm::LastReceipt = last;
     }
 
 private Q_SLOTS:
@@ -108,18 +85,17 @@ private Q_SLOTS:
 
     void loadShowsTheSelection()
     {
-        byNumber(QDate(2006, 7, 4), "3", "12");
+        selection->byNumber(QDate(2006, 7, 4), "3", "12");
         DGFECrtForm number;
         QCOMPARE(QStringList({number.lblDataIni->text(), number.lblDataIni2->text(), number.lblDataFin->text(),
                               number.lblDataFin2->text(), number.lblScontFin->text(), number.lblScontFin2->text()}),
                  QStringList({"Scontrino iniziale:", "3", "Scontrino finale:", "12", "Data:", "4/7/2006"}));
-        byDate(QDate(2026, 1, 2), QDate(2026, 11, 23));
+        selection->byDate(QDate(2026, 1, 2), QDate(2026, 11, 23));
         DGFECrtForm date;
         QCOMPARE(QStringList({date.lblDataIni->text(), date.lblDataIni2->text(), date.lblDataFin->text(),
                               date.lblDataFin2->text(), date.lblScontFin->text(), date.lblScontFin2->text()}),
                  QStringList({"Data iniziale:", "2/1/2026", "Data finale:", "23/11/2026", "", ""}));
         QVERIFY(!date.CmdPausa->isEnabled() && !date.CmdStop->isEnabled() && !date.btnSalvaSuFile->isEnabled());
-        QVERIFY(date.ListDGFE->font().fixedPitch());
         QVERIFY(QFontInfo(date.ListDGFE->font()).fixedPitch());
         QVERIFY(env->fake.calls.isEmpty()); // nothing is read before INIZIO
     }
@@ -137,9 +113,9 @@ private Q_SLOTS:
         QFETCH(bool, number);
         QFETCH(int, n);
         if (number)
-            byNumber(QDate(2026, 3, 10), "2", "1,5"); // 1,5 goes as 2, halves to even
+            selection->byNumber(QDate(2026, 3, 10), "2", "1,5"); // 1,5 goes as 2, halves to even
         else
-            byDate(QDate(2026, 3, 1), QDate(2026, 3, 31));
+            selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 31));
         serve(lines(n));
         DGFECrtForm form;
         form.Command1->click();
@@ -159,7 +135,7 @@ private Q_SLOTS:
 
     void emptySelectionRestsOnTheCode()
     {
-        byDate(QDate(2026, 3, 1), QDate(2026, 3, 1));
+        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 1));
         serve({});
         DGFECrtForm form;
         form.Command1->click();
@@ -169,10 +145,10 @@ private Q_SLOTS:
 
     void pickersReadAgainAtEachCall()
     {
-        byNumber(QDate(2026, 3, 10), "1", "9");
+        selection->byNumber(QDate(2026, 3, 10), "1", "9");
         serve(lines(3));
         DGFECrtForm form;
-        form.onReadTurn = [&] { selection->dtScontr->setDate(QDate(2026, 3, 11)); };
+        form.onReadTurn = [&] { selection->form.dtScontr->setDate(QDate(2026, 3, 11)); };
         form.Command1->click();
         QCOMPARE(readArgs(), QStringList({"1,10,3,2026,1,9,1", "1,11,3,2026,1,9,0", "1,11,3,2026,1,9,0"}));
     }
@@ -180,7 +156,7 @@ private Q_SLOTS:
     void pauseHoldsOnlyAReadByDate()
     {
         serve(lines(6));
-        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         DGFECrtForm form;
         int turns = 0;
         int heldAt = -1;
@@ -208,7 +184,7 @@ private Q_SLOTS:
         QCOMPARE(form.CmdPausa->text(), QStringLiteral("PAUSA"));
 
         // By number the button only changes its caption.
-        byNumber(QDate(2026, 3, 10), "1", "6");
+        selection->byNumber(QDate(2026, 3, 10), "1", "6");
         DGFECrtForm number;
         number.onReadTurn = [&] {
             if (number.lineCount() == 1 && !number.ReadPaused)
@@ -232,7 +208,7 @@ private Q_SLOTS:
     void stopKeepsWhatCame()
     {
         serve(lines(10));
-        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         DGFECrtForm form;
         form.onReadTurn = [&] {
             if (form.lineCount() == 3)
@@ -256,7 +232,7 @@ private Q_SLOTS:
     {
         QFETCH(int, result);
         serve(lines(10));
-        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         DGFECrtForm form;
         form.onReadTurn = [&] {
             if (form.lineCount() == 3)
@@ -275,7 +251,7 @@ private Q_SLOTS:
 
     void busyControlReadsNothing()
     {
-        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         serve(lines(3));
         env->fake.busy = true;
         DGFECrtForm form;
@@ -300,7 +276,7 @@ private Q_SLOTS:
         QFETCH(QString, last);
         QFETCH(QString, named);
         serve(lines(3));
-        byNumber(QDate(2026, 3, 10), first, last);
+        selection->byNumber(QDate(2026, 3, 10), first, last);
         DGFECrtForm form;
         form.Command1->click();
         QCOMPARE(env->fake.count("ReadDgfeByNumber"), 0);
@@ -312,7 +288,7 @@ private Q_SLOTS:
 
     void closeQuestion()
     {
-        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         DGFECrtForm form;
         form.show();
         MsgBox::queueAnswer(QMessageBox::No);
@@ -333,7 +309,7 @@ private Q_SLOTS:
     void savedFileBytes()
     {
         serve({QStringLiteral("CAFFÈ           1,20 €"), QStringLiteral("Perché sì")});
-        byNumber(QDate(2026, 3, 10), "1", "2");
+        selection->byNumber(QDate(2026, 3, 10), "1", "2");
         DGFECrtForm form;
         form.Command1->click();
         const QString path = env->folder.filePath("DGFE_QN41100123.log");
@@ -346,23 +322,23 @@ private Q_SLOTS:
         const QByteArray expected = "DISPOSITIVO GIORNALE DI FONDO ELETTRONICO\r\n \r\n"
                                     "DATA 10/3/2026  DA Sc.  1   A Sc.  2\r\n \r\n"
                                     "CAFF\xC8           1,20 \x80\r\nPerch\xE9 s\xEC\r\n";
-        QCOMPARE(readAll(path), expected);
+        QCOMPARE(TestFiles::contentOf(path), expected);
 
         // A second save to the same name replaces the first.
-        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         serve({});
         DGFECrtForm date;
         date.Command1->click();
         FileDialog::queueAnswer(path);
         date.btnSalvaSuFile->click();
-        QCOMPARE(readAll(path), QByteArray("DISPOSITIVO GIORNALE DI FONDO ELETTRONICO\r\n \r\n"
+        QCOMPARE(TestFiles::contentOf(path), QByteArray("DISPOSITIVO GIORNALE DI FONDO ELETTRONICO\r\n \r\n"
                                            "DAL 1/3/2026   AL 2/3/2026\r\n \r\nNessuna operazione!\r\n"));
         QCOMPARE(QDir(env->folder.path()).entryList(QDir::Files), QStringList{"DGFE_QN41100123.log"});
     }
 
     void saveCancelledUnwritableOrWithoutSerial()
     {
-        byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
+        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         serve(lines(2));
         DGFECrtForm form;
         form.Command1->click();
@@ -405,13 +381,13 @@ private Q_SLOTS:
         QFETCH(QString, button);
         QFETCH(QString, first);
         QFETCH(bool, busy);
-        selection->dtInizio->setDate(QDate(2026, 3, 2));
-        selection->dtFine->setDate(QDate(2026, 3, 5));
-        selection->dtScontr->setDate(QDate(2026, 3, 4));
-        selection->txtScontrIni->setText(first);
-        selection->txtScontrFine->setText("7");
+        selection->form.dtInizio->setDate(QDate(2026, 3, 2));
+        selection->form.dtFine->setDate(QDate(2026, 3, 5));
+        selection->form.dtScontr->setDate(QDate(2026, 3, 4));
+        selection->form.txtScontrIni->setText(first);
+        selection->form.txtScontrFine->setText("7");
         env->fake.busy = busy;
-        selection->findChild<QPushButton *>(button)->click();
+        selection->form.findChild<QPushButton *>(button)->click();
         QStringList calls;
         for (const auto &c : env->fake.calls)
             calls << c.name + ' ' + c.args.join(',');
@@ -422,8 +398,8 @@ private Q_SLOTS:
 
     void selectionOpensTheScreenWithIt()
     {
-        selection->txtScontrIni->setText("abc"); // not checked on the road to the screen
-        selection->dtScontr->setDate(QDate(2026, 3, 4));
+        selection->form.txtScontrIni->setText("abc"); // not checked on the road to the screen
+        selection->form.dtScontr->setDate(QDate(2026, 3, 4));
         QString shown;
         whenModal("DGFECrtForm", [&](QWidget *w) {
             auto *crt = static_cast<DGFECrtForm *>(w);
@@ -431,16 +407,9 @@ private Q_SLOTS:
             crt->ReadEnded = true;
             crt->close();
         });
-        selection->btnNumCrt->click();
+        selection->form.btnNumCrt->click();
         QCOMPARE(shown, QStringLiteral("abc|4/3/2026"));
         QVERIFY(DGFECrtForm::ByNumber);
-    }
-
-private:
-    static QByteArray readAll(const QString &path)
-    {
-        QFile f(path);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 };
 
