@@ -145,8 +145,12 @@ void LoghiForm::LoadPictures()
         ImageList1.tags.append(File1.List(i - 1).left(2));
     }
     for (QListWidget *list : {ListViewHeader, ListViewFooter}) {
-        for (const QPixmap &image : std::as_const(ImageList1.images))
-            new QListWidgetItem(QIcon(image), QString(), list);
+        // Pictures only: an item with a caption, even an empty one, would
+        // draw the highlight of that caption as a grey stub under the logo.
+        for (const QPixmap &image : std::as_const(ImageList1.images)) {
+            auto *item = new QListWidgetItem(list);
+            item->setIcon(QIcon(image));
+        }
         // Highlighted, not chosen: choosing takes a click or a key.
         if (list->count() > 0)
             list->setCurrentRow(0);

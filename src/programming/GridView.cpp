@@ -25,6 +25,18 @@ void ApplyColumnWidths(QTableView *view)
     }
 }
 
+void FitColumnsToHeaders(QTableView *view)
+{
+    const QHeaderView *header = view->horizontalHeader();
+    for (int c = 0; c < header->count(); ++c) {
+        if (header->isSectionHidden(c))
+            continue;
+        const int whole = header->sectionSizeHint(c);
+        if (view->columnWidth(c) < whole)
+            view->setColumnWidth(c, whole);
+    }
+}
+
 QTableView *MakeGridView(const char *objectName, ProgrammingGridModel *model, QWidget *parent)
 {
     auto *view = new QTableView(parent);

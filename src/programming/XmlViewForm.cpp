@@ -31,6 +31,9 @@ QString XmlViewForm::XmlFile;
 
 namespace {
 
+// The least time between two drawings of the bar while a job runs.
+constexpr qint64 kBarRedrawMs = 50;
+
 // The hourglass for as long as the object lives, also when a run-time
 // error leaves early.
 struct WaitCursor
@@ -173,12 +176,33 @@ void XmlViewForm::SetupGrids()
     ProgressBar1->setValue(0);
     showTables();
     QCoreApplication::processEvents();
+    m_barDrawn.start();
 }
 
+void XmlViewForm::restartBar()
+{
+    ProgressBar1->setUpdatesEnabled(true);
+    ProgressBar1->setValue(0);
+    m_barDrawn.start();
+}
+
+// Drawing the bar costs about as much as a dozen exchanges with a printer on
+// the network, or a whole table read from a file. So the value always moves
+// at once, but the bar is drawn again only when kBarRedrawMs have passed
+// since it last was: a slow printer still shows every step, a quick job is
+// not held up by its own bar. The last step is drawn with the next turn of
+// the events (the message that ends the job, or the opener's exec()).
 void XmlViewForm::advance(int progress)
 {
+    const bool due = !m_barDrawn.isValid() || m_barDrawn.hasExpired(kBarRedrawMs);
+    ProgressBar1->setUpdatesEnabled(due);
     ProgressBar1->setValue(progress);
-    QCoreApplication::processEvents();
+    if (due) {
+        QCoreApplication::processEvents();
+        m_barDrawn.start();
+    } else if (progress >= ProgressBar1->maximum()) {
+        ProgressBar1->setUpdatesEnabled(true);
+    }
 }
 
 std::array<const ProgrammingGrid *, 9> XmlViewForm::grids() const
@@ -317,7 +341,7 @@ void XmlViewForm::saveToFile()
 
     ProgrammingFile file(xmlName, xmlFolder);
     file.beginSave();
-    ProgressBar1->setValue(0);
+    restartBar();
     file.SaveVersionToFile();
     file.SaveIvaToFile(data);
     file.SaveRepToFile(data);
@@ -353,7 +377,7 @@ void XmlViewForm::restoreToPrinter()
     namespace R = RestoreProgramming;
     WaitCursor hourglass;
     setWorking(true);
-    ProgressBar1->setValue(0);
+    restartBar();
     // What each table gives back is not looked at: every table is tried.
     R::RestoreIva(data);
     R::RestoreRep(data);

@@ -3,6 +3,7 @@
 #include "XmlViewTables.h"
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QString>
 #include <array>
 #include <cstdint>
@@ -67,12 +68,14 @@ private:
     std::array<const ProgrammingGrid *, 9> grids() const; // in the order of m_models
     void fillData();   // InitData without the screen
     void showTables(); // the grids on screen as data holds them
-    void advance(int progress); // the bar, and one turn of the events to show it
+    void restartBar();          // the bar back to 0, drawn at once
+    void advance(int progress); // the bar, and one turn of the events to show it when due
     void saveToFile();
     void restoreToPrinter();
     void setWorking(bool working);
 
     std::array<ProgrammingGridModel *, 9> m_models{};
+    QElapsedTimer m_barDrawn;  // since the bar was last drawn
     bool m_working = false;    // loading, saving or restoring: no way out until the end
     bool m_closeAsked = false; // CHIUDI pressed meanwhile: closes at the end
 };

@@ -6,10 +6,12 @@
 #include "TestFiles.h"
 #include "commissioning/InstallFlagForm.h"
 #include "printer/SharedState.h"
+#include "programming/GridView.h"
 #include "programming/ProgForm.h"
 #include "programming/ProgrammingGridModel.h"
 
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -163,6 +165,14 @@ private Q_SLOTS:
         QCOMPARE(form.btnOK->text(), QStringLiteral("OK"));
         QCOMPARE(form.gridProg->objectName(), QStringLiteral("gridProg"));
         QVERIFY(MsgBox::shown().isEmpty());
+        // Every header reads whole; a column wide enough keeps the table's width.
+        const QHeaderView *header = form.gridProg->horizontalHeader();
+        for (int c = 0; c < header->count(); ++c) {
+            if (header->isSectionHidden(c))
+                continue;
+            const int designed = TwipsToPixels(form.gridModel->grid().columnWidth(c), form.gridProg->logicalDpiX());
+            QCOMPARE(header->sectionSize(c), qMax(designed, header->sectionSizeHint(c)));
+        }
     }
 
     void vatDefaults_data()

@@ -156,6 +156,7 @@ private Q_SLOTS:
         QCOMPARE(barAtStart.filter(QRegularExpression("^Read(Iva|Carta|Flag|PS2|Promo|Contante)@")),
                  QStringList({"ReadIva@0", "ReadCarta@1", "ReadFlag@2", "ReadPS2@2", "ReadPromo@3", "ReadContante@4"}));
         QCOMPARE(form.ProgressBar1->value(), 5);
+        QVERIFY(form.ProgressBar1->updatesEnabled()); // the last step is drawn when the form shows again
 
         const XmlViewTables &d = form.data;
         QCOMPARE(rowsOf(d.gridIva).first(), QStringLiteral("1|22,5"));
@@ -248,6 +249,7 @@ private Q_SLOTS:
         QCOMPARE(form.xmlFolder, env->folder.path());
         QVERIFY(TestFiles::contentOf(env->folder.filePath("copia.xml")).startsWith("<settings CPUVersion=\"2.10\""));
         QCOMPARE(form.ProgressBar1->value(), 5);
+        QVERIFY(form.ProgressBar1->updatesEnabled());
     }
 
     void restoreInItsOrder()
