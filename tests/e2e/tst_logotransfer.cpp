@@ -3,13 +3,11 @@
 // next receipt; a transfer that the line cuts half-way ends in the failure
 // message and leaves the memory and the logo number alone; a huge file is
 // refused at once; the memory clear.
-#include "FormTestEnv.h"
+#include "EmulatorTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallLogoForm.h"
 #include "commissioning/LoghiForm.h"
 #include "commissioning/LoghiPersForm.h"
-#include "emulator/EmulatorServer.h"
-#include "printer/KelvoProtocolControl.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -22,44 +20,25 @@
 class TestLogoTransfer : public QObject
 {
     Q_OBJECT
-    std::optional<FormTestEnv> env;
-    std::optional<EmulatorServer> emu;
-    std::optional<KelvoProtocolControl> control;
+    std::optional<EmulatorTestEnv> env;
 
     void start(EmulatorConfig::Model model)
     {
         EmulatorConfig config;
         config.model = model;
-        emu.emplace(config);
-        QVERIFY(emu->start());
-        control.emplace();
-        control->setEuroSettings(2);
-        gFPControl = &*control;
-        // TcpPort is a 16-bit Integer: the emulator listens below 32768.
-        quint16 port = 20000 + QCoreApplication::applicationPid() % 5000;
-        while (!emu->listenTcp(QHostAddress::LocalHost, port))
-            ++port;
-        control->setUseTcp(1);
-        control->setIpAddress("127.0.0.1");
-        control->setTcpPort(int16_t(port));
-        control->OpenTcp();
+        QVERIFY(env->startOnTcp(config));
     }
     // The standard logos as the installation ships them, beside the tests.
     static QString shippedFolder() { return QDir(QCoreApplication::applicationDirPath()).filePath("LoghiStandard"); }
     static QByteArray shipped(const QString &name) { return TestFiles::contentOf(QDir(shippedFolder()).filePath(name)); }
-    PrinterMemory &memory() { return emu->model().memory(); }
+    PrinterMemory &memory() { return env->emu->model().memory(); }
     int param(int n) { return memory().params.value(n - 1); }
-    QString status() { return emu->execute("ReadPrinterInfo", {"1"}).property("PrinterStatus"); }
-    QString printed() { return emu->model().context().roll.tail().join('\n'); }
+    QString status() { return env->emu->execute("ReadPrinterInfo", {"1"}).property("PrinterStatus"); }
+    QString printed() { return env->emu->model().context().roll.tail().join('\n'); }
 
 private Q_SLOTS:
     void init() { env.emplace(); }
-    void cleanup()
-    {
-        control.reset();
-        emu.reset();
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void standardLogoHeadsTheReceipt()
     {
@@ -78,11 +57,11 @@ private Q_SLOTS:
         QCOMPARE(memory().logos.size(), 1);
         QCOMPARE(memory().logos[0].data, shipped("04_nataleA_60.bin"));
         QCOMPARE(param(9), 4);
-        QCOMPARE(control->TimeoutAck(), int16_t(60));
+        QCOMPARE(env->control->TimeoutAck(), int16_t(60));
 
-        QCOMPARE(emu->execute("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
+        QCOMPARE(env->emu->execute("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
         QVERIFY(printed().contains("[ LOGO 4 ]"));
-        QCOMPARE(emu->execute("PayReceipt", {"1", "", "0", "0", "0", "1"}).result, 0);
+        QCOMPARE(env->emu->execute("PayReceipt", {"1", "", "0", "0", "0", "1"}).result, 0);
 
         // Again without a new choice: the name has lost its file, the
         // printer refuses the empty logo, the number is written all the same.
@@ -97,12 +76,12 @@ private Q_SLOTS:
     void transferCutHalfWay()
     {
         start(EmulatorConfig::Model::KX81);
-        control->setTimeoutAck(1); // the lost piece costs a second
+        env->control->setTimeoutAck(1); // the lost piece costs a second
         const QString path = QDir(shippedFolder()).filePath("KX81_loghi.tlg");
         int pieces = 0;
-        connect(&*emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name, const Reply &) {
+        connect(&*env->emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name, const Reply &) {
             if (name == "SendRawData" && ++pieces == 5)
-                emu->faults().set(FaultSwitches::Wire::NoAck, 1); // the next piece never arrives
+                env->emu->faults().set(FaultSwitches::Wire::NoAck, 1); // the next piece never arrives
         });
         LoghiPersForm form;
         form.txtFileName->setText(path);
@@ -126,7 +105,7 @@ private Q_SLOTS:
         const QString path = env->folder.filePath("huge.bin");
         TestFiles::writeFile(path, QByteArray(3 * 1024 * 1024, 'x'));
         int pieces = 0;
-        connect(&*emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name, const Reply &) {
+        connect(&*env->emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name, const Reply &) {
             pieces += name == "SendRawData" ? 1 : 0;
         });
         LoghiPersForm form;
@@ -141,8 +120,8 @@ private Q_SLOTS:
     void clearingTheMemory()
     {
         start(EmulatorConfig::Model::KX90II);
-        QCOMPARE(emu->execute("LoadLogoFile", {shipped("02_pasqua_80.bin")}).result, 0);
-        QCOMPARE(emu->execute("LoadLogoFile", {shipped("05_NataleB_80.bin")}).result, 0);
+        QCOMPARE(env->emu->execute("LoadLogoFile", {shipped("02_pasqua_80.bin")}).result, 0);
+        QCOMPARE(env->emu->execute("LoadLogoFile", {shipped("05_NataleB_80.bin")}).result, 0);
         InstallLogoForm::StandaloneMode = true;
         InstallLogoForm form;
         QVERIFY(!form.btnDelLoghi->isHidden());

@@ -2,9 +2,7 @@
 // each table read, changed and read back; the department count beyond the
 // printer's; the VAT defaults on a printer without rates; a refused value;
 // and a line that drops between two rows.
-#include "FormTestEnv.h"
-#include "emulator/EmulatorServer.h"
-#include "printer/KelvoProtocolControl.h"
+#include "EmulatorTestEnv.h"
 #include "printer/SharedState.h"
 #include "programming/ProgForm.h"
 #include "programming/ProgrammingGridModel.h"
@@ -17,28 +15,15 @@
 class TestProgFormEmulator : public QObject
 {
     Q_OBJECT
-    std::optional<FormTestEnv> env;
-    std::optional<EmulatorServer> emu;
-    std::optional<KelvoProtocolControl> control;
+    std::optional<EmulatorTestEnv> env;
 
     void start(int departments = 40)
     {
         EmulatorConfig config;
         config.departments = departments;
-        emu.emplace(config);
-        QVERIFY(emu->start());
-        quint16 port = 20000 + QCoreApplication::applicationPid() % 5000;
-        while (!emu->listenTcp(QHostAddress::LocalHost, port))
-            ++port;
-        control.emplace();
-        control->setEuroSettings(2);
-        control->setUseTcp(1);
-        control->setIpAddress("127.0.0.1");
-        control->setTcpPort(int16_t(port));
-        control->OpenTcp();
-        gFPControl = &*control;
+        QVERIFY(env->startOnTcp(config));
     }
-    Reply read(const char *name, int n) { return emu->execute(name, {QByteArray::number(n)}); }
+    Reply read(const char *name, int n) { return env->run(name, {QByteArray::number(n)}); }
 
 private Q_SLOTS:
     void init()
@@ -47,12 +32,7 @@ private Q_SLOTS:
         ProgForm::WizardMode = false;
         gMaxNReparti = 40;
     }
-    void cleanup()
-    {
-        control.reset();
-        emu.reset();
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void rowReadAndWrittenPerKind_data()
     {
@@ -141,7 +121,7 @@ private Q_SLOTS:
     {
         start();
         for (int n = 1; n <= 4; ++n)
-            QCOMPARE(emu->execute("WriteIva", {QByteArray::number(n), "0"}).result, 0);
+            QCOMPARE(env->emu->execute("WriteIva", {QByteArray::number(n), "0"}).result, 0);
         ProgForm::TableKind = 4;
         ProgForm form;
         QStringList rates;
@@ -168,7 +148,7 @@ private Q_SLOTS:
         // The printer goes away between two rows: each command reports, the
         // fields and the grid stay as they were.
         MsgBox::clearShown();
-        emu->setPower(false);
+        env->emu->setPower(false);
         form.selectRow(2);
         form.txtDesc->setText("11");
         form.btnAdd->click();

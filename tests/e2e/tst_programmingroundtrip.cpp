@@ -2,9 +2,7 @@
 // read into the grids, saved to a file, opened again, and written into a
 // printer whose programming was changed meanwhile, which must end up as it
 // was. Also the printer that goes away in the middle of a read or a restore.
-#include "FormTestEnv.h"
-#include "emulator/EmulatorServer.h"
-#include "printer/KelvoProtocolControl.h"
+#include "EmulatorTestEnv.h"
 #include "printer/SharedState.h"
 #include "programming/XmlViewForm.h"
 #include "settings/Conversions.h"
@@ -61,13 +59,11 @@ QStringList filledRows(const ProgrammingGrid &g)
 class TestProgrammingRoundTrip : public QObject
 {
     Q_OBJECT
-    std::optional<FormTestEnv> env;
-    std::optional<EmulatorServer> emu;
-    std::optional<KelvoProtocolControl> control;
+    std::optional<EmulatorTestEnv> env;
 
     void run(const char *name, const QList<QByteArray> &args)
     {
-        const Reply reply = emu->execute(name, args);
+        const Reply reply = env->run(name, args);
         QVERIFY2(reply.result == 0, qPrintable(QString::fromLatin1(name) + " refused"));
     }
 
@@ -107,27 +103,11 @@ class TestProgrammingRoundTrip : public QObject
         run("WriteHeaderStyle", {"1", "1"});
     }
 
-    void listen()
-    {
-        quint16 port = 21000 + QCoreApplication::applicationPid() % 5000;
-        while (!emu->listenTcp(QHostAddress::LocalHost, port))
-            ++port;
-        control->setUseTcp(1);
-        control->setIpAddress("127.0.0.1");
-        control->setTcpPort(int16_t(port));
-        QCOMPARE(control->OpenTcp(), 0);
-    }
-
 private Q_SLOTS:
     void init()
     {
         env.emplace();
-        emu.emplace(EmulatorConfig());
-        QVERIFY(emu->start());
-        control.emplace();
-        control->setEuroSettings(2);
-        gFPControl = &*control;
-        listen();
+        QVERIFY(env->startOnTcp());
         gMaxNReparti = 40;
         Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
         FileDialog::startRecording();
@@ -136,16 +116,13 @@ private Q_SLOTS:
     {
         FileDialog::stopRecording();
         Conv::setLocaleForTests(QLocale::system());
-        gFPControl = nullptr;
-        control.reset();
-        emu.reset();
         env.reset();
     }
 
     void readSaveOpenRestore()
     {
         programPrinter();
-        const PrinterMemory before = emu->model().memory();
+        const PrinterMemory before = env->emu->model().memory();
 
         XmlViewForm::FormMode = 1;
         XmlViewForm read;
@@ -173,18 +150,18 @@ private Q_SLOTS:
         QCOMPARE(file.data.logoTesta, read.data.logoTesta);
 
         changePrinter();
-        QVERIFY(emu->model().memory().departments != before.departments);
+        QVERIFY(env->emu->model().memory().departments != before.departments);
         file.btnPrgSave->click();
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione stampante terminata!"});
-        compareProgramming(emu->model().memory(), before);
+        compareProgramming(env->emu->model().memory(), before);
     }
 
     void thePrinterGoesAwayDuringARead()
     {
         int handled = 0;
-        connect(&*emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name) {
+        connect(&*env->emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name) {
             if (name == "ReadTicket" && ++handled == 3)
-                emu->setPower(false);
+                env->emu->setPower(false);
         });
         XmlViewForm::FormMode = 1;
         XmlViewForm form;
@@ -211,9 +188,9 @@ private Q_SLOTS:
         XmlViewForm::XmlFile = path;
         XmlViewForm file;
         int handled = 0;
-        connect(&*emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name) {
+        connect(&*env->emu, &EmulatorServer::requestHandled, this, [&](const QString &, const QByteArray &name) {
             if (name == "WriteReparto" && ++handled == 10)
-                emu->setPower(false);
+                env->emu->setPower(false);
         });
         file.btnPrgSave->click();
         // The rows swallow their failures; the two logo parameters report
