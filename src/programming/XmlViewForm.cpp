@@ -62,7 +62,12 @@ XmlViewForm::XmlViewForm(QWidget *parent)
 
     for (auto &model : m_models)
         model = new ProgrammingGridModel(this);
-    auto view = [this](const char *name, int i) { return MakeGridView(name, m_models[size_t(i)], this); };
+    auto view = [this](const char *name, int i) {
+        QTableView *grid = MakeGridView(name, m_models[size_t(i)], this);
+        // Narrow columns ("n° riga", "cr. rias") get just the room their header takes.
+        connect(m_models[size_t(i)], &QAbstractItemModel::modelReset, grid, [grid] { FitColumnsToHeaders(grid); });
+        return grid;
+    };
 
     auto *layout = new QVBoxLayout(this);
     lblRigaInt = caption("lblRigaInt", QStringLiteral("Programmazione Intestazione"), this);

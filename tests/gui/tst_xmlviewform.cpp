@@ -13,6 +13,7 @@
 #include "ui/FileDialog.h"
 
 #include <QAction>
+#include <QHeaderView>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTabWidget>
@@ -179,6 +180,13 @@ private Q_SLOTS:
         QCOMPARE(form.gridFlag->model()->rowCount(), 16);
         QCOMPARE(form.gridPS2->model()->rowCount(), 256);
         QCOMPARE(form.gridRep->model()->data(form.gridRep->model()->index(2, 1)).toString(), QStringLiteral("REP 3"));
+        // Every header reads whole.
+        for (QTableView *grid : form.findChildren<QTableView *>()) {
+            const QHeaderView *header = grid->horizontalHeader();
+            for (int c = 0; c < header->count(); ++c)
+                QVERIFY2(header->isSectionHidden(c) || header->sectionSize(c) >= header->sectionSizeHint(c),
+                         qPrintable(grid->objectName() + " " + QString::number(c)));
+        }
     }
 
     void failedReadsLeaveBlankRows()
