@@ -29,21 +29,13 @@ private Q_SLOTS:
         QCOMPARE(contentOf(m_path), QByteArray("uno\r\n\r\ntre\r\n"));
     }
 
-    void existingFileIsAppendedTo()
-    {
-        writeFile(m_path, "vecchia\r\n");
-        LogClass log;
-        log.FileName = m_path;
-        log.Add(QStringLiteral("nuova"));
-        QCOMPARE(contentOf(m_path), QByteArray("vecchia\r\nnuova\r\n"));
-    }
-
-    void resetStartsANewFile()
+    void existingFileIsAppendedToUntilReset()
     {
         writeFile(m_path, "vecchia\r\n");
         LogClass log;
         log.FileName = m_path;
         log.Add(QStringLiteral("prima"));
+        QCOMPARE(contentOf(m_path), QByteArray("vecchia\r\nprima\r\n"));
         log.Reset();
         QCOMPARE(contentOf(m_path), QByteArray()); // there, and empty
         log.Add(QStringLiteral("dopo"));

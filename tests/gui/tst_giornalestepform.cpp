@@ -57,9 +57,7 @@ private Q_SLOTS:
     void load()
     {
         GiornaleStepForm form;
-        QCOMPARE(form.windowTitle(), QStringLiteral("Cambio Giornale di fondo"));
         QCOMPARE(form.SSTab1->count(), 6);
-        QCOMPARE(form.SSTab1->tabText(5), QStringLiteral("Passo 6"));
         QCOMPARE(form.SSTab1->currentIndex(), 0);
         QVERIFY(!form.btnBack->isEnabled() && form.btnFwd->isEnabled());
         QCOMPARE(form.lblDGFE->text(), QStringLiteral("5")); // the memory to insert
