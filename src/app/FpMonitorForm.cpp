@@ -4,6 +4,7 @@
 #include "printer/PrinterIdentity.h"
 #include "printer/ResultTexts.h"
 #include "settings/Conversions.h"
+#include "settings/TrimBlanks.h"
 #include "ui/ReportResult.h"
 
 #include <QGridLayout>
@@ -50,17 +51,6 @@ void showState(QLabel *field, const ResultTexts::StateText &state)
     field->setText(state.text);
 }
 
-// Trims blanks only, as the versions are shown; other white space stays.
-QString trimBlanks(const QString &text)
-{
-    qsizetype first = 0;
-    qsizetype last = text.size();
-    while (first < last && text.at(first) == QLatin1Char(' '))
-        ++first;
-    while (last > first && text.at(last - 1) == QLatin1Char(' '))
-        --last;
-    return text.mid(first, last - first);
-}
 }
 
 FpMonitorForm::FpMonitorForm(QWidget *parent) : QDialog(parent)
@@ -159,7 +149,7 @@ void FpMonitorForm::ShowStatus()
             showState(fields[group], ResultTexts::printerStatusDigit(group, digit));
         }
     }
-    lblCpu->setText(trimBlanks(gFPControl->FirmwareVersion()));
+    lblCpu->setText(TrimBlanks(gFPControl->FirmwareVersion()));
     // Meant to drop the leading zeros, but any of the first three zeros goes:
     // a version of 1000 shows as 1.
     QString memory = gFPControl->FiscalMemoryVersion();
@@ -169,7 +159,7 @@ void FpMonitorForm::ShowStatus()
             break;
         memory[at] = QLatin1Char(' ');
     }
-    lblMem->setText(trimBlanks(memory));
+    lblMem->setText(TrimBlanks(memory));
     LblModelloCassa->setText(PrinterModelText(GetPrinterModel()));
 }
 

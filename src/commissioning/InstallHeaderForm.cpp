@@ -13,6 +13,7 @@
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 #include "ui/ReportResult.h"
+#include "settings/TrimBlanks.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -31,18 +32,6 @@ namespace {
 
 enum Content { RagioneSociale = 0, Indirizzo = 1, PartitaIva = 2, RigaGenerica = 3 };
 
-// Blanks only, at both ends: the printer pads with blanks, and a tab or
-// other white space typed into a line is the technician's own.
-QString trimBlanks(const QString &text)
-{
-    qsizetype first = 0;
-    qsizetype last = text.size();
-    while (first < last && text.at(first) == QLatin1Char(' '))
-        ++first;
-    while (last > first && text.at(last - 1) == QLatin1Char(' '))
-        --last;
-    return text.mid(first, last - first);
-}
 
 QString blanks(int count)
 {
@@ -158,7 +147,7 @@ void InstallHeaderForm::readBack()
         int16_t style = 0;
         int16_t result = gFPControl->ReadHeaderLine(n);
         if (result == 0)
-            text = trimBlanks(gFPControl->HeaderLineText());
+            text = TrimBlanks(gFPControl->HeaderLineText());
         else
             ReportResult(result);
         n = int16_t(i + 1);
@@ -188,7 +177,7 @@ QString InstallHeaderForm::CentredLine(const QString &s, int16_t m)
 {
     if (s.size() >= m)
         return s.left(m);
-    const QString t = trimBlanks(s);
+    const QString t = TrimBlanks(s);
     const int16_t d = int16_t(m - t.size());
     const int16_t h = Conv::ToInteger(double(d) / 2.0); // halves to even
     const int16_t p = int16_t(h - 1);
@@ -321,7 +310,7 @@ void InstallHeaderForm::btnNext_Click()
                 if (!gFPControl->Busy())
                     result = gFPControl->WriteHeaderLine(n, text);
             } else if (!gFPControl->Busy()) {
-                result = gFPControl->WriteHeaderLine(n, trimBlanks(lineText[i].left(maxChars)));
+                result = gFPControl->WriteHeaderLine(n, TrimBlanks(lineText[i].left(maxChars)));
             }
             if (result != 0)
                 break;

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+// Blanks (spaces) off both ends, as the printer pads its texts with them;
+// a tab or other white space is part of the text and stays.
+QString TrimBlanks(const QString &text);
