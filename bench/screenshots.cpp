@@ -22,52 +22,17 @@
 #include "settings/ProgramFolder.h"
 #include "ui/MsgBox.h"
 
-// Screens that arrive with other branches: each one is taken when its header
-// is there.
-#if __has_include("programming/ProgForm.h")
 #include "programming/ProgForm.h"
-#define HAVE_PROGFORM 1
-#endif
-#if __has_include("programming/XmlViewForm.h")
 #include "programming/XmlViewForm.h"
-#define HAVE_XMLVIEWFORM 1
-#endif
-#if __has_include("journal/GiornaleDGFEForm.h")
 #include "journal/GiornaleDGFEForm.h"
-#define HAVE_GIORNALEDGFEFORM 1
-#endif
-#if __has_include("journal/DGFEForm.h")
 #include "journal/DGFEForm.h"
-#define HAVE_DGFEFORM 1
-#endif
-#if __has_include("journal/GiornaleStepForm.h")
 #include "journal/GiornaleStepForm.h"
-#define HAVE_GIORNALESTEPFORM 1
-#endif
-#if __has_include("simulator/KelvoFpSimulaForm.h")
 #include "simulator/KelvoFpSimulaForm.h"
-#define HAVE_KELVOFPSIMULAFORM 1
-#endif
-#if __has_include("simulator/XRepForm.h")
 #include "simulator/XRepForm.h"
-#define HAVE_XREPFORM 1
-#endif
-#if __has_include("paperwork/InstallExtraModForm.h")
 #include "paperwork/InstallExtraModForm.h"
-#define HAVE_INSTALLEXTRAMODFORM 1
-#endif
-#if __has_include("paperwork/InstallLibrettoFiscaleForm.h")
 #include "paperwork/InstallLibrettoFiscaleForm.h"
-#define HAVE_INSTALLLIBRETTOFISCALEFORM 1
-#endif
-#if __has_include("paperwork/PrintFoglioForm.h")
 #include "paperwork/PrintFoglioForm.h"
-#define HAVE_PRINTFOGLIOFORM 1
-#endif
-#if __has_include("decommissioning/RemoveStepForm.h")
 #include "decommissioning/RemoveStepForm.h"
-#define HAVE_REMOVESTEPFORM 1
-#endif
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -204,42 +169,20 @@ int main(int argc, char **argv)
         shot<InstallFlagForm>("InstallFlagForm", [] { InstallFlagForm::StandaloneMode = true; }),
         shot<InstallLogoForm>("InstallLogoForm", [] { InstallLogoForm::StandaloneMode = true; }),
         shot<LoghiForm>("LoghiForm"),
-#ifdef HAVE_PROGFORM
         shot<ProgForm>("ProgForm", [] {
             ProgForm::WizardMode = false;
             ProgForm::TableKind = 4;
         }),
-#endif
-#ifdef HAVE_XMLVIEWFORM
         shot<XmlViewForm>("XmlViewForm"),
-#endif
-#ifdef HAVE_GIORNALEDGFEFORM
         shot<GiornaleDGFEForm>("GiornaleDGFEForm"),
-#endif
-#ifdef HAVE_DGFEFORM
         shot<DGFEForm>("DGFEForm"),
-#endif
-#ifdef HAVE_GIORNALESTEPFORM
         shot<GiornaleStepForm>("GiornaleStepForm"),
-#endif
-#ifdef HAVE_KELVOFPSIMULAFORM
         shot<KelvoFpSimulaForm>("KelvoFpSimulaForm"),
-#endif
-#ifdef HAVE_XREPFORM
         shot<XRepForm>("XRepForm"),
-#endif
-#ifdef HAVE_INSTALLEXTRAMODFORM
         shot<InstallExtraModForm>("InstallExtraModForm"),
-#endif
-#ifdef HAVE_INSTALLLIBRETTOFISCALEFORM
         shot<InstallLibrettoFiscaleForm>("InstallLibrettoFiscaleForm"),
-#endif
-#ifdef HAVE_PRINTFOGLIOFORM
         shot<PrintFoglioForm>("PrintFoglioForm"),
-#endif
-#ifdef HAVE_REMOVESTEPFORM
         shot<RemoveStepForm>("RemoveStepForm"),
-#endif
     };
 
     int failures = 0;

@@ -19,10 +19,7 @@
 #include "programming/ProgForm.h"
 #include "programming/XmlViewForm.h"
 #include "simulator/KelvoFpSimulaForm.h"
-#if __has_include("journal/DGFECrtForm.h")
 #include "journal/DGFECrtForm.h"
-#define HAVE_DGFECRTFORM 1
-#endif
 
 #include <QCheckBox>
 #include <QDateEdit>
@@ -191,7 +188,6 @@ void programmingRead()
 
 void journalRead()
 {
-#ifdef HAVE_DGFECRTFORM
     QDateEdit from(QDate::currentDate());
     QDateEdit to(QDate::currentDate());
     DGFECrtForm::ByNumber = false;
@@ -200,9 +196,6 @@ void journalRead()
     DGFECrtForm form;
     if (auto *start = widget<QPushButton>(form, "Command1"))
         start->click();
-#else
-    roadMissing = true;
-#endif
 }
 
 void sale()
