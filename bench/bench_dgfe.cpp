@@ -10,6 +10,7 @@
 // Targets: 30 000 lines in under 5 s, no gap over 50 ms, growth under 30 MB.
 // Exit status 1 when one is missed.
 
+#include "BenchLink.h"
 #include "emulator/EmulatorServer.h"
 #include "journal/DGFECrtForm.h"
 #include "journal/DGFEForm.h"
@@ -85,17 +86,12 @@ int main(int argc, char **argv)
             emu->start();
             emu->model().memory().journal.capacity = qint64(config.journalKb) * 1024;
             emu->model().memory().journal.setEntries(journalOf(lines, day));
-            emu->listenTcp(QHostAddress::LocalHost, 0);
-            port = emu->tcpPort();
+            port = ListenForControl(*emu);
         },
         Qt::BlockingQueuedConnection);
 
     KelvoProtocolControl control;
-    control.setEuroSettings(2);
-    control.setUseTcp(1);
-    control.setIpAddress(QStringLiteral("127.0.0.1"));
-    control.setTcpPort(int16_t(port));
-    if (control.OpenTcp() != 0) {
+    if (!OpenControl(control, port)) {
         std::fprintf(stderr, "cannot connect to the emulator\n");
         return 2;
     }

@@ -5,6 +5,7 @@
 //
 //   bench_grid [rounds]      (default 20)
 
+#include "BenchLink.h"
 #include "emulator/EmulatorServer.h"
 #include "printer/KelvoProtocolControl.h"
 #include "programming/GridView.h"
@@ -76,16 +77,8 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "emulator did not start\n");
         return 1;
     }
-    // The control's TcpPort is an Integer: a port below 32768.
-    quint16 port = quint16(20000 + QCoreApplication::applicationPid() % 5000);
-    while (!emu.listenTcp(QHostAddress::LocalHost, port))
-        ++port;
     KelvoProtocolControl control;
-    control.setEuroSettings(2); // as the start-up leaves it
-    control.setUseTcp(1);
-    control.setIpAddress(QStringLiteral("127.0.0.1"));
-    control.setTcpPort(int16_t(port));
-    if (control.OpenTcp() != 0) {
+    if (!OpenControl(control, ListenForControl(emu))) {
         std::fprintf(stderr, "no connection to the emulator\n");
         return 1;
     }

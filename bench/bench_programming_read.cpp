@@ -6,6 +6,7 @@
 //   bench_programming_read [rounds]      (default 15)
 
 #include "ProgrammingRead.h"
+#include "BenchLink.h"
 #include "emulator/EmulatorServer.h"
 #include "printer/KelvoProtocolControl.h"
 
@@ -97,16 +98,12 @@ int main(int argc, char **argv)
 
     EmulatorServer emu{EmulatorConfig()};
     QString error;
-    if (!emu.start(&error) || !emu.listenTcp(QHostAddress::LocalHost, 0, &error)) {
+    if (!emu.start(&error)) {
         fprintf(stderr, "emulator: %s\n", qPrintable(error));
         return 1;
     }
     KelvoProtocolControl control;
-    control.setEuroSettings(2);
-    control.setUseTcp(1);
-    control.setIpAddress(QStringLiteral("127.0.0.1"));
-    control.setTcpPort(int16_t(emu.tcpPort()));
-    if (control.OpenTcp() != 0) {
+    if (!OpenControl(control, ListenForControl(emu))) {
         fprintf(stderr, "the control could not connect\n");
         return 1;
     }

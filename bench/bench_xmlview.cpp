@@ -8,6 +8,7 @@
 //   bench_xmlview [rounds]      (default 5)
 
 #include "ProgrammingRead.h"
+#include "BenchLink.h"
 #include "emulator/EmulatorServer.h"
 #include "printer/KelvoProtocolControl.h"
 #include "printer/SharedState.h"
@@ -66,15 +67,8 @@ int main(int argc, char **argv)
         fprintf(stderr, "emulator: %s\n", qPrintable(error));
         return 1;
     }
-    quint16 port = 23000;
-    while (!emu.listenTcp(QHostAddress::LocalHost, port))
-        ++port;
     KelvoProtocolControl control;
-    control.setEuroSettings(2);
-    control.setUseTcp(1);
-    control.setIpAddress(QStringLiteral("127.0.0.1"));
-    control.setTcpPort(int16_t(port));
-    if (control.OpenTcp() != 0) {
+    if (!OpenControl(control, ListenForControl(emu))) {
         fprintf(stderr, "the control could not connect\n");
         return 1;
     }

@@ -16,6 +16,7 @@
 #include "commissioning/InstallHeaderForm.h"
 #include "commissioning/InstallLogoForm.h"
 #include "commissioning/LoghiForm.h"
+#include "BenchLink.h"
 #include "emulator/EmulatorServer.h"
 #include "printer/KelvoProtocolControl.h"
 #include "printer/SharedState.h"
@@ -113,13 +114,11 @@ int main(int argc, char **argv)
         out() << "emulator: " << error << Qt::endl;
         return 1;
     }
-    // The port is a 16-bit Integer on the control: listen below 32768.
-    quint16 port = 20000 + QCoreApplication::applicationPid() % 5000;
-    while (!emu.listenTcp(QHostAddress::LocalHost, port))
-        if (++port >= 32767) {
-            out() << "no free port" << Qt::endl;
-            return 1;
-        }
+    const quint16 port = ListenForControl(emu);
+    if (port == 0) {
+        out() << "no free port" << Qt::endl;
+        return 1;
+    }
 
     // The setup on screen and the main form's start read the link from the
     // settings file: it names the emulator.
@@ -138,11 +137,7 @@ int main(int argc, char **argv)
     settings.close();
 
     KelvoProtocolControl control;
-    control.setEuroSettings(2);
-    control.setUseTcp(1);
-    control.setIpAddress(QStringLiteral("127.0.0.1"));
-    control.setTcpPort(int16_t(port));
-    control.OpenTcp();
+    OpenControl(control, port);
     gFPControl = &control;
 
     MsgBox::startRecording();
