@@ -209,9 +209,15 @@ void GiornaleStepForm::loadPictures(int32_t model)
                                                        {PictureInserimentoDGFE, "Inserimento_DGFE.jpg"}};
     for (const auto &[box, file] : boxes) {
         // A missing or unreadable file leaves the box as it is.
+        // Scaled to the box's screen pixels, not its logical ones, so that
+        // the picture stays sharp on a scaled screen.
         QPixmap pixmap;
-        if (pixmap.load(folder.filePath(QLatin1String(file))))
-            box->setPixmap(pixmap.scaled(box->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        if (pixmap.load(folder.filePath(QLatin1String(file)))) {
+            const qreal dpr = box->devicePixelRatioF();
+            QPixmap fitted = pixmap.scaled(box->size() * dpr, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            fitted.setDevicePixelRatio(dpr);
+            box->setPixmap(fitted);
+        }
     }
 }
 
