@@ -2,7 +2,7 @@
 # Installs what building and testing Fiscorda needs on Debian 12, when missing.
 # With package names as arguments: installs those instead, when missing.
 set -euo pipefail
-packages=(g++ cmake make qt6-base-dev qt6-serialport-dev libpugixml-dev libgl-dev fonts-liberation qt6-translations-l10n poppler-utils)
+packages=(g++ cmake make qt6-base-dev qt6-serialport-dev libpugixml-dev libgl-dev fonts-liberation qt6-translations-l10n poppler-utils libqt6svg6)
 if [ $# -gt 0 ]; then packages=("$@"); fi
 missing=()
 for p in "${packages[@]}"; do
