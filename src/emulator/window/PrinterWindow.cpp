@@ -1,0 +1,531 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PrinterWindow.h"
+
+#include "PaperRollView.h"
+#include "SettingsDialog.h"
+#include "emulator/EmulatorServer.h"
+#include "emulator/TextLayout.h"
+#include "ui/FileDialog.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QFile>
+#include <QFontDatabase>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QSpinBox>
+#include <QSplitter>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace {
+
+struct WireSwitch
+{
+    FaultSwitches::Wire fault;
+    const char *name;
+    const char *label;
+    const char *tip;
+};
+
+const WireSwitch WireSwitches[] = {
+    {FaultSwitches::Wire::Nak, "Nak", "NAK a ogni richiesta",
+     "La stampante risponde NAK: il PC ripete la richiesta due volte, poi rinuncia (risultato 7)."},
+    {FaultSwitches::Wire::NoAck, "NoAck", "Nessun ACK",
+     "La stampante ignora le richieste: il PC attende l'ACK fino a TimeoutAck (risultato 7)."},
+    {FaultSwitches::Wire::AckOnly, "AckOnly", "ACK senza risposta",
+     "La stampante conferma con ACK ma non risponde: il PC attende fino a TimeoutOp (risultato 8)."},
+    {FaultSwitches::Wire::CutAnswer, "Cut", "Risposta tronca",
+     "La risposta si interrompe a metà: il PC la scarta (risultato 3)."},
+    {FaultSwitches::Wire::BadChecksum, "BadSum", "Checksum errato",
+     "La risposta arriva con un checksum sbagliato: il PC la rifiuta (risultato 4)."},
+    {FaultSwitches::Wire::Stale, "Stale", "Risposta vecchia",
+     "Prima della risposta giusta arriva una risposta vecchia (altro SEQ): il PC deve scartarla "
+     "e leggere quella giusta (risultato 0)."},
+};
+
+QLabel *stateLabel(const QString &name)
+{
+    auto *l = new QLabel;
+    l->setObjectName(name);
+    l->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return l;
+}
+
+} // namespace
+
+PrinterWindow::PrinterWindow(const WindowSettings &settings, QWidget *parent)
+    : QMainWindow(parent), m_settings(settings)
+{
+    setObjectName(QStringLiteral("PrinterWindow"));
+    buildUi();
+    m_flushTimer = new QTimer(this);
+    m_flushTimer->setInterval(40);
+    connect(m_flushTimer, &QTimer::timeout, this, &PrinterWindow::flush);
+    m_flushTimer->start();
+    auto *clock = new QTimer(this);
+    clock->setInterval(500);
+    connect(clock, &QTimer::timeout, this, [this] {
+        refreshState();
+        refreshSwitches();
+    });
+    clock->start();
+    startPrinter();
+}
+
+PrinterWindow::~PrinterWindow()
+{
+    if (m_server) {
+        m_server->model().context().roll.onLine = nullptr;
+        m_server->traffic().onLine = nullptr;
+    }
+}
+
+void PrinterWindow::buildUi()
+{
+    setWindowTitle(QStringLiteral("Stampante di prova Fiscorda"));
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("fiscorda-printer")));
+
+    QMenu *printer = menuBar()->addMenu(QStringLiteral("&Stampante"));
+    QAction *settings = printer->addAction(QStringLiteral("&Impostazioni..."), this, &PrinterWindow::editSettings);
+    settings->setObjectName(QStringLiteral("actImpostazioni"));
+    printer->addSeparator();
+    printer->addAction(QStringLiteral("&Esci"), this, &QWidget::close);
+    QMenu *view = menuBar()->addMenu(QStringLiteral("&Visualizza"));
+
+    auto *central = new QWidget;
+    auto *outer = new QVBoxLayout(central);
+    m_message = new QLabel;
+    m_message->setObjectName(QStringLiteral("lblMessaggio"));
+    m_message->setWordWrap(true);
+    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_message->hide();
+    outer->addWidget(m_message);
+
+    auto *split = new QSplitter(Qt::Horizontal);
+    auto *rollBox = new QWidget;
+    auto *rollLayout = new QVBoxLayout(rollBox);
+    rollLayout->setContentsMargins(0, 0, 0, 0);
+    m_roll = new PaperRollView;
+    m_roll->setToolTip(QStringLiteral("Il rotolo di carta: mostra le ultime %1 righe; il file della carta le tiene tutte.")
+                           .arg(PaperRollView::MaxLines));
+    m_roll->logoPicture = [this](int n) {
+        if (!m_server)
+            return QImage();
+        QList<QByteArray> logos;
+        for (const auto &l : m_server->model().memory().logos)
+            logos << l.data;
+        return LogoPicture(logos, n);
+    };
+    rollLayout->addWidget(m_roll, 1);
+    auto *rollButtons = new QHBoxLayout;
+    const auto button = [&rollButtons](const char *name, const QString &text, const QString &tip) {
+        auto *b = new QPushButton(text);
+        b->setObjectName(QLatin1String(name));
+        b->setToolTip(tip);
+        rollButtons->addWidget(b);
+        return b;
+    };
+    connect(button("btnPulisci", QStringLiteral("Pulisci"), QStringLiteral("Toglie la carta dalla finestra (il file della carta resta intero).")),
+            &QPushButton::clicked, m_roll, &PaperRollView::clearRoll);
+    connect(button("btnSalva", QStringLiteral("Salva come testo..."), QStringLiteral("Salva in un file di testo le righe che la finestra mostra.")),
+            &QPushButton::clicked, this, &PrinterWindow::saveRollAs);
+    connect(button("btnCopia", QStringLiteral("Copia"), QStringLiteral("Copia negli appunti le righe che la finestra mostra.")),
+            &QPushButton::clicked, this, [this] { QApplication::clipboard()->setText(m_roll->text()); });
+    rollLayout->addLayout(rollButtons);
+    split->addWidget(rollBox);
+
+    auto *side = new QWidget;
+    auto *sideLayout = new QVBoxLayout(side);
+    sideLayout->setContentsMargins(0, 0, 0, 0);
+    m_visore = new QLabel;
+    m_visore->setObjectName(QStringLiteral("lblVisore"));
+    QFont lcd = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    lcd.setPointSize(14);
+    lcd.setBold(true);
+    m_visore->setFont(lcd);
+    m_visore->setStyleSheet(QStringLiteral("QLabel#lblVisore { background: #0b1d0b; color: #7dff7a; padding: 6px; "
+                                           "border: 3px solid #333; }"));
+    m_visore->setToolTip(QStringLiteral("Il visore cliente della stampante"));
+    sideLayout->addWidget(m_visore);
+    sideLayout->addWidget(buildStatePanel());
+    sideLayout->addWidget(buildFaultPanel());
+    sideLayout->addStretch(1);
+    split->addWidget(side);
+    split->setStretchFactor(0, 1);
+    outer->addWidget(split, 1);
+    setCentralWidget(central);
+
+    m_trafficDock = new QDockWidget(QStringLiteral("Traffico"), this);
+    m_trafficDock->setObjectName(QStringLiteral("dockTraffico"));
+    m_traffic = new QPlainTextEdit;
+    m_traffic->setObjectName(QStringLiteral("txtTraffico"));
+    m_traffic->setReadOnly(true);
+    m_traffic->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_traffic->setMaximumBlockCount(2000);
+    m_traffic->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_trafficDock->setWidget(m_traffic);
+    addDockWidget(Qt::BottomDockWidgetArea, m_trafficDock);
+    QAction *trafficAction = m_trafficDock->toggleViewAction();
+    trafficAction->setObjectName(QStringLiteral("actTraffico"));
+    trafficAction->setText(QStringLiteral("&Traffico (esadecimale e testo)"));
+    view->addAction(trafficAction);
+    connect(m_trafficDock, &QDockWidget::visibilityChanged, this, [this](bool) { setTrafficShown(m_trafficDock->isVisible()); });
+    m_trafficDock->hide();
+}
+
+QWidget *PrinterWindow::buildStatePanel()
+{
+    auto *box = new QGroupBox(QStringLiteral("Stato della stampante"));
+    auto *form = new QFormLayout(box);
+    const std::pair<const char *, const char *> rows[] = {
+        {"lblModello", "Modello"},           {"lblMatricola", "Matricola"},
+        {"lblFiscale", "Stato fiscale"},     {"lblDgfe", "DGFE"},
+        {"lblUltimaChiusura", "Ultima chiusura"}, {"lblOrologio", "Orologio"},
+        {"lblApprendimento", "Modalità apprendimento"}, {"lblLinea", "Linea"},
+        {"lblConnessione", "Collegamento"},
+    };
+    for (const auto &[name, label] : rows) {
+        QLabel *l = stateLabel(QLatin1String(name));
+        m_state.insert(QLatin1String(name), l);
+        form->addRow(QString::fromUtf8(label) + QLatin1Char(':'), l);
+    }
+    return box;
+}
+
+QWidget *PrinterWindow::buildFaultPanel()
+{
+    auto *box = new QGroupBox(QStringLiteral("Guasti"));
+    auto *grid = new QVBoxLayout(box);
+    const auto check = [&grid](const char *name, const QString &text, const QString &tip) {
+        auto *c = new QCheckBox(text);
+        c->setObjectName(QLatin1String(name));
+        c->setToolTip(tip);
+        grid->addWidget(c);
+        return c;
+    };
+    m_paperOut = check("chkCartaEsaurita", QStringLiteral("Carta esaurita"),
+                       QStringLiteral("Il PC riceve il rifiuto 2 (FINE CARTA) su ogni comando che stampa; le letture funzionano."));
+    connect(m_paperOut, &QCheckBox::toggled, this, [this](bool on) { if (m_server) m_server->model().setPaperOut(on); });
+    m_offline = check("chkFuoriLinea", QStringLiteral("Fuori linea"),
+                      QStringLiteral("Il PC riceve il rifiuto 3 (STAMPANTE OFF LINE) su ogni comando che stampa."));
+    connect(m_offline, &QCheckBox::toggled, this, [this](bool on) { if (m_server) m_server->model().setOffline(on); });
+    m_powerOff = check("chkSpenta", QStringLiteral("Spenta"),
+                       QStringLiteral("La connessione cade e nuove connessioni sono rifiutate, la porta seriale si chiude: "
+                                      "il PC vede il risultato 1. Uno scontrino in corso va perso e alla riaccensione "
+                                      "esce come SCONTRINO ANNULLATO."));
+    connect(m_powerOff, &QCheckBox::toggled, this, [this](bool off) {
+        if (m_server && m_server->isPowered() == off)
+            m_server->setPower(!off);
+        refreshState();
+    });
+    auto *midCommand = new QPushButton(QStringLiteral("Spegni durante il prossimo comando"));
+    midCommand->setObjectName(QStringLiteral("btnSpegniDurante"));
+    midCommand->setToolTip(QStringLiteral("Il prossimo comando è eseguito, metà della risposta parte e la stampante si spegne: "
+                                          "il PC vede una risposta tronca (risultato 3), poi la connessione cade (risultato 1); "
+                                          "uno scontrino aperto va perso."));
+    connect(midCommand, &QPushButton::clicked, this, &PrinterWindow::powerOffMidCommand);
+    grid->addWidget(midCommand);
+
+    auto *journalRow = new QHBoxLayout;
+    journalRow->addWidget(new QLabel(QStringLiteral("Giornale (DGFE):")));
+    m_journal = new QComboBox;
+    m_journal->setObjectName(QStringLiteral("cmbGiornale"));
+    m_journal->addItem(QStringLiteral("regolare"), QStringLiteral("ok"));
+    m_journal->addItem(QStringLiteral("quasi pieno"), QStringLiteral("nearfull"));
+    m_journal->addItem(QStringLiteral("pieno"), QStringLiteral("full"));
+    m_journal->addItem(QStringLiteral("da formattare"), QStringLiteral("toformat"));
+    m_journal->addItem(QStringLiteral("di altra memoria fiscale"), QStringLiteral("othermf"));
+    m_journal->setToolTip(QStringLiteral("Quasi pieno: il PC legge DgfeState 1. Pieno, da formattare, di altra memoria: "
+                                         "ogni comando che registra è rifiutato con 1 (FINE CARTA GIORNALE DI FONDO)."));
+    connect(m_journal, &QComboBox::activated, this, [this](int i) {
+        if (!m_server)
+            return;
+        if (const auto c = ElectronicJournal::conditionFromName(m_journal->itemData(i).toString())) {
+            m_server->model().setJournalCondition(*c);
+            if (m_server->model().takeChanged())
+                m_server->saveNow();
+        }
+        refreshState();
+    });
+    journalRow->addWidget(m_journal, 1);
+    grid->addLayout(journalRow);
+
+    auto *slowRow = new QHBoxLayout;
+    slowRow->addWidget(new QLabel(QStringLiteral("Risposta lenta (ms):")));
+    m_slow = new QSpinBox;
+    m_slow->setObjectName(QStringLiteral("spnLenta"));
+    m_slow->setRange(0, 120000);
+    m_slow->setSingleStep(100);
+    m_slow->setSpecialValueText(QStringLiteral("no"));
+    m_slow->setToolTip(QStringLiteral("Attesa prima di ogni risposta, dopo l'ACK. Oltre TimeoutOp il PC rinuncia (risultato 8); "
+                                      "una chiamata fatta mentre un'altra attende ha il risultato 9."));
+    connect(m_slow, &QSpinBox::valueChanged, this, [this](int ms) { if (m_server) m_server->faults().slowMs = ms; });
+    slowRow->addWidget(m_slow, 1);
+    grid->addLayout(slowRow);
+
+    auto *lineBox = new QGroupBox(QStringLiteral("Guasti di linea"));
+    auto *lineGrid = new QGridLayout(lineBox);
+    int row = 0;
+    for (const WireSwitch &w : WireSwitches) {
+        auto *c = new QCheckBox(QString::fromUtf8(w.label));
+        c->setObjectName(QStringLiteral("chk") + QLatin1String(w.name));
+        c->setToolTip(QStringLiteral("Sempre: ") + QString::fromUtf8(w.tip));
+        auto *once = new QPushButton(QStringLiteral("una volta"));
+        once->setObjectName(QStringLiteral("btn") + QLatin1String(w.name) + QStringLiteral("UnaVolta"));
+        once->setToolTip(QStringLiteral("Solo alla prossima richiesta: ") + QString::fromUtf8(w.tip));
+        const auto fault = w.fault;
+        connect(c, &QCheckBox::clicked, this, [this, fault](bool on) {
+            if (m_server)
+                m_server->faults().set(fault, on ? FaultSwitches::Always : 0);
+        });
+        connect(once, &QPushButton::clicked, this, [this, fault] {
+            if (m_server)
+                m_server->faults().set(fault, 1);
+            refreshSwitches();
+        });
+        lineGrid->addWidget(c, row, 0);
+        lineGrid->addWidget(once, row, 1);
+        m_wire.append({fault, c});
+        ++row;
+    }
+    auto *clear = new QPushButton(QStringLiteral("Togli tutti i guasti di linea"));
+    clear->setObjectName(QStringLiteral("btnTogliGuasti"));
+    clear->setToolTip(QStringLiteral("I guasti di linea e la risposta lenta tornano spenti: il PC riceve di nuovo risposte regolari."));
+    connect(clear, &QPushButton::clicked, this, [this] {
+        if (m_server)
+            m_server->faults().clear();
+        m_slow->setValue(0);
+        refreshSwitches();
+    });
+    lineGrid->addWidget(clear, row, 0, 1, 2);
+    grid->addWidget(lineBox);
+    return box;
+}
+
+bool PrinterWindow::startPrinter()
+{
+    if (m_server) {
+        m_server->model().context().roll.onLine = nullptr;
+        m_server->traffic().onLine = nullptr;
+        m_server.reset(); // frees the port and the link before the new printer takes them
+    }
+    flush();
+    m_message->hide();
+    const EmulatorConfig config = m_settings.config();
+    const QString invalid = config.validate();
+    if (!invalid.isEmpty()) {
+        say(QStringLiteral("La stampante non è accesa: le impostazioni non vanno bene (%1). Correggerle in "
+                           "Stampante > Impostazioni.").arg(invalid), true);
+        refreshState();
+        return false;
+    }
+    m_server = std::make_unique<EmulatorServer>(config);
+    m_server->model().context().roll.onLine = [this](const QString &line) {
+        m_pendingRoll.append(line);
+        // Only the newest lines can stay on screen: a long print keeps no more.
+        if (m_pendingRoll.size() > 2 * PaperRollView::MaxLines)
+            m_pendingRoll.remove(0, m_pendingRoll.size() - PaperRollView::MaxLines);
+        m_display.printed(line);
+        m_displayChanged = true;
+    };
+    connect(m_server.get(), &EmulatorServer::lineChanged, this, &PrinterWindow::refreshState);
+    connect(m_server.get(), &EmulatorServer::requestHandled, this, [this] {
+        if (!m_powerOffArmed)
+            return;
+        m_powerOffArmed = false;
+        // The command has run; half of its answer leaves, then the power goes.
+        m_server->faults().set(FaultSwitches::Wire::CutAnswer, 1);
+        QTimer::singleShot(0, this, [this] {
+            if (!m_server)
+                return;
+            m_server->setPower(false);
+            refreshSwitches();
+            refreshState();
+        });
+    });
+    setTrafficShown(m_trafficDock->isVisible());
+
+    QString error;
+    bool ok = m_server->start(&error);
+    QStringList trouble;
+    for (const QString &note : m_server->notes())
+        if (!note.startsWith(QLatin1String("no state file")))
+            trouble << note;
+    if (!ok)
+        trouble << QStringLiteral("I file della stampante non si aprono: %1").arg(error);
+    if (ok && config.tcp && !m_server->listenTcp(config.tcpAddress, config.tcpPort, &error)) {
+        trouble << QStringLiteral("La porta TCP %1 non è disponibile (%2): forse un'altra stampante di prova è già "
+                                  "accesa. Scegliere un'altra porta in Stampante > Impostazioni.")
+                       .arg(config.tcpPort).arg(error);
+        ok = false;
+    }
+    if (ok && !config.ptyFolder.isEmpty()
+        && !m_server->openPty(config.ptyFolder, config.comNumber, config.lineSettings, &error)) {
+        trouble << QStringLiteral("La porta seriale COM%1 non si può creare (%2).").arg(config.comNumber).arg(error);
+        ok = false;
+    }
+    if (!trouble.isEmpty())
+        say(trouble.join(QLatin1Char('\n')), !ok || trouble.size() > 0);
+    refreshState();
+    refreshSwitches();
+    return ok;
+}
+
+bool PrinterWindow::applySettings(const WindowSettings &settings)
+{
+    m_settings = settings;
+    m_settings.save();
+    m_roll->setColumns(m_settings.config().headerWidth());
+    return startPrinter();
+}
+
+void PrinterWindow::say(const QString &text, bool trouble)
+{
+    m_message->setText(text);
+    m_message->setStyleSheet(trouble ? QStringLiteral("QLabel { background: #fde8e6; color: #7a1410; padding: 6px; }")
+                                     : QStringLiteral("QLabel { background: #e8f1fd; color: #10327a; padding: 6px; }"));
+    m_message->setVisible(!text.isEmpty());
+}
+
+QString PrinterWindow::message() const
+{
+    return m_message->isVisible() ? m_message->text() : QString();
+}
+
+void PrinterWindow::flush()
+{
+    if (!m_pendingRoll.isEmpty() && m_server) {
+        // The header's styles as the printer lays them out now.
+        QHash<QString, int> styles;
+        const PrinterContext &ctx = m_server->model().context();
+        const int w = ctx.lineWidth();
+        for (const HeaderLine &h : ctx.memory.header) {
+            if (h.text.trimmed().isEmpty() || h.style <= 1)
+                continue;
+            const QString printed = h.style >= 3 ? TextLayout::centred(TextLayout::widened(h.text), w) : h.text;
+            styles.insert(printed.left(w), h.style);
+        }
+        m_roll->setStyles(styles);
+    }
+    if (!m_pendingRoll.isEmpty())
+        m_roll->appendLines(std::exchange(m_pendingRoll, {}));
+    if (!m_pendingTraffic.isEmpty())
+        m_traffic->appendPlainText(std::exchange(m_pendingTraffic, {}).join(QLatin1Char('\n')));
+    if (m_displayChanged) {
+        m_displayChanged = false;
+        m_visore->setText(m_display.top().leftJustified(CustomerDisplay::Width) + QLatin1Char('\n')
+                          + m_display.bottom().leftJustified(CustomerDisplay::Width));
+    }
+}
+
+void PrinterWindow::setTrafficShown(bool shown)
+{
+    if (!m_server)
+        return;
+    // Only a shown pane listens: the printer answers as fast without it.
+    if (!shown) {
+        m_server->traffic().onLine = nullptr;
+        return;
+    }
+    m_server->traffic().onLine = [this](const QString &line) {
+        m_pendingTraffic.append(line);
+        if (m_pendingTraffic.size() > 4000)
+            m_pendingTraffic.remove(0, m_pendingTraffic.size() - 2000);
+    };
+}
+
+void PrinterWindow::refreshState()
+{
+    const auto set = [this](const char *name, const QString &text) { m_state.value(QLatin1String(name))->setText(text); };
+    const WindowSettings &s = m_settings;
+    const EmulatorConfig config = s.config();
+    set("lblModello", QStringLiteral("KELVO ") + EmulatorConfig::modelName(config.model));
+    QString line;
+    if (config.tcp)
+        line = QStringLiteral("TCP %1:%2").arg(config.tcpAddress.toString()).arg(m_server ? m_server->tcpPort() : config.tcpPort);
+    if (!config.ptyFolder.isEmpty()) {
+        const QString dev = m_server ? m_server->ptyDevice() : QString();
+        line += (line.isEmpty() ? QString() : QStringLiteral("; "))
+                + QStringLiteral("COM%1 (%2) a %3").arg(config.comNumber).arg(dev.isEmpty() ? QStringLiteral("chiusa") : dev, config.lineSettings);
+    }
+    set("lblLinea", line);
+    if (!m_server) {
+        set("lblMatricola", config.effectiveSerial());
+        for (const char *n : {"lblFiscale", "lblDgfe", "lblUltimaChiusura", "lblOrologio", "lblApprendimento"})
+            set(n, QStringLiteral("-"));
+        set("lblConnessione", QStringLiteral("stampante non accesa"));
+        return;
+    }
+    const PrinterContext &c = m_server->model().context();
+    const PrinterMemory &m = c.memory;
+    set("lblMatricola", m.serial);
+    set("lblFiscale", m.fiscalMemory.isEmpty() && c.config.resets == 0 ? QStringLiteral("non in servizio (nessuna chiusura)")
+                                                                       : QStringLiteral("in servizio"));
+    static const char *const dgfe[] = {"regolare", "quasi pieno", "da formattare", "di altra stampante", "pieno"};
+    const int ds = m.journal.dgfeState();
+    set("lblDgfe", QStringLiteral("n. %1, %2, %3 % usato").arg(m.journal.number)
+                       .arg(QLatin1String(ds >= 0 && ds <= 4 ? dgfe[ds] : "?")).arg(m.journal.percent()));
+    set("lblUltimaChiusura", m.lastClosure.isValid()
+                                 ? QStringLiteral("Z n. %1 del %2").arg(c.config.resets + m.fiscalMemory.size())
+                                       .arg(m.lastClosure.toString(QStringLiteral("dd-MM-yyyy HH:mm")))
+                                 : QStringLiteral("nessuna"));
+    set("lblOrologio", c.now().toString(QStringLiteral("dd-MM-yyyy HH:mm:ss")));
+    set("lblApprendimento", c.learningMode() ? QStringLiteral("sì") : QStringLiteral("no"));
+    const int n = m_server->connectionCount();
+    set("lblConnessione", !m_server->isPowered() ? QStringLiteral("spenta")
+                          : n > 0               ? QStringLiteral("collegata (%1)").arg(n)
+                                                : QStringLiteral("in attesa del PC"));
+}
+
+void PrinterWindow::refreshSwitches()
+{
+    if (!m_server)
+        return;
+    const QSignalBlocker b1(m_paperOut), b2(m_offline), b3(m_powerOff), b4(m_journal);
+    const PrinterContext &c = m_server->model().context();
+    m_paperOut->setChecked(c.paperOut);
+    m_offline->setChecked(c.offline);
+    m_powerOff->setChecked(!m_server->isPowered());
+    const int j = m_journal->findData(ElectronicJournal::conditionName(c.memory.journal.forced));
+    m_journal->setCurrentIndex(qMax(0, j));
+    for (const auto &[fault, box] : std::as_const(m_wire))
+        box->setChecked(m_server->faults().remaining(fault) == FaultSwitches::Always);
+}
+
+void PrinterWindow::powerOffMidCommand()
+{
+    if (!m_server)
+        return;
+    m_powerOffArmed = true;
+    say(QStringLiteral("La stampante si spegnerà durante il prossimo comando."), false);
+}
+
+void PrinterWindow::editSettings()
+{
+    SettingsDialog dialog(m_settings, this);
+    if (dialog.exec() == QDialog::Accepted)
+        applySettings(dialog.settings());
+}
+
+void PrinterWindow::saveRollAs()
+{
+    const auto path = FileDialog::save(this, QStringLiteral("Salva la carta"), QStringLiteral("carta.txt"),
+                                       QStringLiteral("Testo (*.txt)"));
+    if (!path)
+        return;
+    QSaveFile file(*path);
+    const QByteArray bytes = m_roll->text().toUtf8();
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        say(QStringLiteral("La carta non è stata salvata in %1: %2").arg(*path, file.errorString()), true);
+}
