@@ -85,10 +85,17 @@ PrinterWindow::PrinterWindow(const WindowSettings &settings, QWidget *parent)
 
 PrinterWindow::~PrinterWindow()
 {
-    if (m_server) {
-        m_server->model().context().roll.onLine = nullptr;
-        m_server->traffic().onLine = nullptr;
-    }
+    stopPrinter();
+}
+
+void PrinterWindow::stopPrinter()
+{
+    if (!m_server)
+        return;
+    disconnect(m_server.get(), nullptr, this, nullptr);
+    m_server->model().context().roll.onLine = nullptr;
+    m_server->traffic().onLine = nullptr;
+    m_server.reset(); // frees the port and the link before a new printer takes them
 }
 
 void PrinterWindow::buildUi()
@@ -315,11 +322,7 @@ QWidget *PrinterWindow::buildFaultPanel()
 
 bool PrinterWindow::startPrinter()
 {
-    if (m_server) {
-        m_server->model().context().roll.onLine = nullptr;
-        m_server->traffic().onLine = nullptr;
-        m_server.reset(); // frees the port and the link before the new printer takes them
-    }
+    stopPrinter();
     flush();
     m_message->hide();
     const EmulatorConfig config = m_settings.config();
@@ -400,7 +403,7 @@ void PrinterWindow::say(const QString &text, bool trouble)
 
 QString PrinterWindow::message() const
 {
-    return m_message->isVisible() ? m_message->text() : QString();
+    return m_message->isHidden() ? QString() : m_message->text();
 }
 
 void PrinterWindow::flush()

@@ -48,6 +48,7 @@ private:
     QWidget *buildStatePanel();
     QWidget *buildFaultPanel();
     bool startPrinter();
+    void stopPrinter();
     void say(const QString &text, bool trouble);
     void refreshState();
     void refreshSwitches();
