@@ -107,7 +107,8 @@ private Q_SLOTS:
         QVERIFY(paper.size() > 10);
         QCOMPARE(w->roll()->lines(), paper);
         QVERIFY(paper.contains(QStringLiteral("STORNO")));
-        QVERIFY(w->findChild<QLabel *>(QStringLiteral("lblVisore"))->text().contains(QStringLiteral("RESTO")));
+        QCOMPARE(w->findChild<QLabel *>(QStringLiteral("lblVisore"))->text(),
+                 QStringLiteral("TOTALE          2,20\nRESTO           7,80"));
     }
 
     void faultFromTheWindow_data()

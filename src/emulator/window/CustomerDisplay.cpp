@@ -6,6 +6,10 @@
 
 void CustomerDisplay::printed(const QString &line)
 {
+    if (line.startsWith(QLatin1Char('~'))) { // the cut: the next receipt starts afresh
+        m_totalShown = false;
+        return;
+    }
     // A row of the receipt: a label on the left, an amount on the right.
     static const QRegularExpression row(QStringLiteral("^\\s*(\\S.*?)\\s{2,}(-?[0-9.]+,[0-9]{2,})$"));
     const auto m = row.match(line);
@@ -15,13 +19,19 @@ void CustomerDisplay::printed(const QString &line)
     if (label.startsWith(QLatin1String("TOTALE")))
         label = QStringLiteral("TOTALE");
     const QString amount = m.captured(2);
-    if (label == QLatin1String("RESTO")) {
-        // The total stays on top, the change comes below.
-        m_bottom = (label + QString(Width, QLatin1Char(' '))).left(Width - amount.size()) + amount;
-        return;
-    }
-    m_top = label.left(Width);
-    m_bottom = amount.rightJustified(Width);
+    const auto pair = [](const QString &left, const QString &right) {
+        return left.left(Width - right.size() - 1).leftJustified(Width - right.size()) + right;
+    };
+    if (label == QLatin1String("TOTALE")) {
+        m_totalShown = true;
+        m_top = pair(label, amount);
+        m_bottom.clear();
+    } else if (label == QLatin1String("RESTO")) {
+        m_bottom = pair(label, amount);
+    } else if (!m_totalShown) {
+        m_top = label.left(Width);
+        m_bottom = amount.rightJustified(Width);
+    } // else a payment: the total stays until the change
 }
 
 QImage LogoPicture(const QList<QByteArray> &logos, int n)

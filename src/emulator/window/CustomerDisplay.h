@@ -20,6 +20,7 @@ public:
 private:
     QString m_top = QStringLiteral("BENVENUTI");
     QString m_bottom;
+    bool m_totalShown = false;
 };
 
 // The picture of logo number n among the logo records the printer keeps

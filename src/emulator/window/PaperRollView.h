@@ -4,7 +4,7 @@
 #include <QHash>
 #include <QImage>
 #include <QStringList>
-#include <QTextEdit>
+#include <QPlainTextEdit>
 #include <deque>
 #include <functional>
 
@@ -14,7 +14,7 @@
 // picture the printer prints there. It keeps only the newest MaxLines lines
 // (the paper file keeps them all) and follows the newest one unless the
 // reader scrolled back.
-class PaperRollView : public QTextEdit
+class PaperRollView : public QPlainTextEdit
 {
     Q_OBJECT
 public:
@@ -25,22 +25,27 @@ public:
     void setColumns(int columns);
     int columns() const { return m_columns; }
 
-    // How a printed line is to be shown: 1 normal, 2 bold, 3 double, 4 bold
-    // double (the header's styles). Lines not in the map are normal.
-    void setStyles(const QHash<QString, int> &styles) { m_styles = styles; }
+    // A printed line and how it is to be shown: 1 normal, 2 bold, 3 double,
+    // 4 bold double (the header's styles).
+    struct Line
+    {
+        QString text;
+        int style = 1;
+    };
     // The picture of logo n, or a null image when there is none.
     std::function<QImage(int)> logoPicture;
 
+    void appendLines(const QList<Line> &lines);
     void appendLines(const QStringList &lines);
     QStringList lines() const { return {m_lines.begin(), m_lines.end()}; } // as the paper file has them
     void clearRoll();
     QString text() const;
 
 private:
-    void appendOne(const QString &line);
+    void appendOne(const QString &line, int style);
 
     int m_columns = 40;
-    QHash<QString, int> m_styles;
     std::deque<QString> m_lines;
     int m_logoCount = 0;
+    QObject *m_logoHandler = nullptr;
 };

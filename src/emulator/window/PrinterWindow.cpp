@@ -64,21 +64,33 @@ QLabel *stateLabel(const QString &name)
 
 } // namespace
 
+struct PrinterWindow::Snapshot
+{
+    bool running = false;
+    QHash<QString, QString> labels;
+    bool paperOut = false, offline = false, powered = true;
+    QString journal;
+    QList<int> wire; // as m_wire
+    int slowMs = 0;
+};
+
 PrinterWindow::PrinterWindow(const WindowSettings &settings, QWidget *parent)
     : QMainWindow(parent), m_settings(settings)
 {
     setObjectName(QStringLiteral("PrinterWindow"));
+    m_thread.setObjectName(QStringLiteral("printer"));
+    m_thread.start();
+    m_anchor = new QObject;
+    m_anchor->moveToThread(&m_thread);
     buildUi();
-    m_flushTimer = new QTimer(this);
-    m_flushTimer->setInterval(40);
-    connect(m_flushTimer, &QTimer::timeout, this, &PrinterWindow::flush);
-    m_flushTimer->start();
+    m_roll->setColumns(m_settings.config().headerWidth());
+    auto *flushTimer = new QTimer(this);
+    flushTimer->setInterval(40);
+    connect(flushTimer, &QTimer::timeout, this, &PrinterWindow::flush);
+    flushTimer->start();
     auto *clock = new QTimer(this);
     clock->setInterval(500);
-    connect(clock, &QTimer::timeout, this, [this] {
-        refreshState();
-        refreshSwitches();
-    });
+    connect(clock, &QTimer::timeout, this, &PrinterWindow::refreshState);
     clock->start();
     startPrinter();
 }
@@ -86,16 +98,42 @@ PrinterWindow::PrinterWindow(const WindowSettings &settings, QWidget *parent)
 PrinterWindow::~PrinterWindow()
 {
     stopPrinter();
+    QMetaObject::invokeMethod(m_anchor, [this] { delete m_anchor; }, Qt::BlockingQueuedConnection);
+    m_thread.quit();
+    m_thread.wait();
+}
+
+void PrinterWindow::onPrinter(const std::function<void()> &fn)
+{
+    QMetaObject::invokeMethod(m_anchor, fn, Qt::BlockingQueuedConnection);
+}
+
+void PrinterWindow::withPrinter(const std::function<void(EmulatorServer &)> &fn)
+{
+    ++m_generation; // a state asked for before this is stale
+    onPrinter([this, &fn] {
+        if (m_server)
+            fn(*m_server);
+    });
+}
+
+bool PrinterWindow::isRunning()
+{
+    bool running = false;
+    onPrinter([this, &running] { running = bool(m_server); });
+    return running;
 }
 
 void PrinterWindow::stopPrinter()
 {
-    if (!m_server)
-        return;
-    disconnect(m_server.get(), nullptr, this, nullptr);
-    m_server->model().context().roll.onLine = nullptr;
-    m_server->traffic().onLine = nullptr;
-    m_server.reset(); // frees the port and the link before a new printer takes them
+    onPrinter([this] {
+        if (!m_server)
+            return;
+        disconnect(m_server.get(), nullptr, this, nullptr);
+        m_server->model().context().roll.onLine = nullptr;
+        m_server->traffic().onLine = nullptr;
+        m_server.reset(); // frees the port and the link before a new printer takes them
+    });
 }
 
 void PrinterWindow::buildUi()
@@ -127,12 +165,8 @@ void PrinterWindow::buildUi()
     m_roll->setToolTip(QStringLiteral("Il rotolo di carta: mostra le ultime %1 righe; il file della carta le tiene tutte.")
                            .arg(PaperRollView::MaxLines));
     m_roll->logoPicture = [this](int n) {
-        if (!m_server)
-            return QImage();
-        QList<QByteArray> logos;
-        for (const auto &l : m_server->model().memory().logos)
-            logos << l.data;
-        return LogoPicture(logos, n);
+        const QMutexLocker lock(&m_mutex);
+        return LogoPicture(m_logos, n);
     };
     rollLayout->addWidget(m_roll, 1);
     auto *rollButtons = new QHBoxLayout;
@@ -223,17 +257,16 @@ QWidget *PrinterWindow::buildFaultPanel()
     };
     m_paperOut = check("chkCartaEsaurita", QStringLiteral("Carta esaurita"),
                        QStringLiteral("Il PC riceve il rifiuto 2 (FINE CARTA) su ogni comando che stampa; le letture funzionano."));
-    connect(m_paperOut, &QCheckBox::toggled, this, [this](bool on) { if (m_server) m_server->model().setPaperOut(on); });
+    connect(m_paperOut, &QCheckBox::toggled, this, [this](bool on) { withPrinter([on](EmulatorServer &p) { p.model().setPaperOut(on); }); });
     m_offline = check("chkFuoriLinea", QStringLiteral("Fuori linea"),
                       QStringLiteral("Il PC riceve il rifiuto 3 (STAMPANTE OFF LINE) su ogni comando che stampa."));
-    connect(m_offline, &QCheckBox::toggled, this, [this](bool on) { if (m_server) m_server->model().setOffline(on); });
+    connect(m_offline, &QCheckBox::toggled, this, [this](bool on) { withPrinter([on](EmulatorServer &p) { p.model().setOffline(on); }); });
     m_powerOff = check("chkSpenta", QStringLiteral("Spenta"),
                        QStringLiteral("La connessione cade e nuove connessioni sono rifiutate, la porta seriale si chiude: "
                                       "il PC vede il risultato 1. Uno scontrino in corso va perso e alla riaccensione "
                                       "esce come SCONTRINO ANNULLATO."));
     connect(m_powerOff, &QCheckBox::toggled, this, [this](bool off) {
-        if (m_server && m_server->isPowered() == off)
-            m_server->setPower(!off);
+        withPrinter([off](EmulatorServer &p) { p.setPower(!off); });
         refreshState();
     });
     auto *midCommand = new QPushButton(QStringLiteral("Spegni durante il prossimo comando"));
@@ -256,13 +289,12 @@ QWidget *PrinterWindow::buildFaultPanel()
     m_journal->setToolTip(QStringLiteral("Quasi pieno: il PC legge DgfeState 1. Pieno, da formattare, di altra memoria: "
                                          "ogni comando che registra è rifiutato con 1 (FINE CARTA GIORNALE DI FONDO)."));
     connect(m_journal, &QComboBox::activated, this, [this](int i) {
-        if (!m_server)
-            return;
-        if (const auto c = ElectronicJournal::conditionFromName(m_journal->itemData(i).toString())) {
-            m_server->model().setJournalCondition(*c);
-            if (m_server->model().takeChanged())
-                m_server->saveNow();
-        }
+        if (const auto c = ElectronicJournal::conditionFromName(m_journal->itemData(i).toString()))
+            withPrinter([c](EmulatorServer &p) {
+                p.model().setJournalCondition(*c);
+                if (p.model().takeChanged())
+                    p.saveNow();
+            });
         refreshState();
     });
     journalRow->addWidget(m_journal, 1);
@@ -277,7 +309,7 @@ QWidget *PrinterWindow::buildFaultPanel()
     m_slow->setSpecialValueText(QStringLiteral("no"));
     m_slow->setToolTip(QStringLiteral("Attesa prima di ogni risposta, dopo l'ACK. Oltre TimeoutOp il PC rinuncia (risultato 8); "
                                       "una chiamata fatta mentre un'altra attende ha il risultato 9."));
-    connect(m_slow, &QSpinBox::valueChanged, this, [this](int ms) { if (m_server) m_server->faults().slowMs = ms; });
+    connect(m_slow, &QSpinBox::valueChanged, this, [this](int ms) { withPrinter([ms](EmulatorServer &p) { p.faults().slowMs = ms; }); });
     slowRow->addWidget(m_slow, 1);
     grid->addLayout(slowRow);
 
@@ -293,13 +325,11 @@ QWidget *PrinterWindow::buildFaultPanel()
         once->setToolTip(QStringLiteral("Solo alla prossima richiesta: ") + QString::fromUtf8(w.tip));
         const auto fault = w.fault;
         connect(c, &QCheckBox::clicked, this, [this, fault](bool on) {
-            if (m_server)
-                m_server->faults().set(fault, on ? FaultSwitches::Always : 0);
+            withPrinter([fault, on](EmulatorServer &p) { p.faults().set(fault, on ? FaultSwitches::Always : 0); });
         });
         connect(once, &QPushButton::clicked, this, [this, fault] {
-            if (m_server)
-                m_server->faults().set(fault, 1);
-            refreshSwitches();
+            withPrinter([fault](EmulatorServer &p) { p.faults().set(fault, 1); });
+            refreshState();
         });
         lineGrid->addWidget(c, row, 0);
         lineGrid->addWidget(once, row, 1);
@@ -310,10 +340,9 @@ QWidget *PrinterWindow::buildFaultPanel()
     clear->setObjectName(QStringLiteral("btnTogliGuasti"));
     clear->setToolTip(QStringLiteral("I guasti di linea e la risposta lenta tornano spenti: il PC riceve di nuovo risposte regolari."));
     connect(clear, &QPushButton::clicked, this, [this] {
-        if (m_server)
-            m_server->faults().clear();
+        withPrinter([](EmulatorServer &p) { p.faults().clear(); });
         m_slow->setValue(0);
-        refreshSwitches();
+        refreshState();
     });
     lineGrid->addWidget(clear, row, 0, 1, 2);
     grid->addWidget(lineBox);
@@ -333,56 +362,80 @@ bool PrinterWindow::startPrinter()
         refreshState();
         return false;
     }
-    m_server = std::make_unique<EmulatorServer>(config);
-    m_server->model().context().roll.onLine = [this](const QString &line) {
-        m_pendingRoll.append(line);
-        // Only the newest lines can stay on screen: a long print keeps no more.
-        if (m_pendingRoll.size() > 2 * PaperRollView::MaxLines)
-            m_pendingRoll.remove(0, m_pendingRoll.size() - PaperRollView::MaxLines);
-        m_display.printed(line);
-        m_displayChanged = true;
-    };
-    connect(m_server.get(), &EmulatorServer::lineChanged, this, &PrinterWindow::refreshState);
-    connect(m_server.get(), &EmulatorServer::requestHandled, this, [this] {
-        if (!m_powerOffArmed)
-            return;
-        m_powerOffArmed = false;
-        // The command has run; half of its answer leaves, then the power goes.
-        m_server->faults().set(FaultSwitches::Wire::CutAnswer, 1);
-        QTimer::singleShot(0, this, [this] {
-            if (!m_server)
-                return;
-            m_server->setPower(false);
-            refreshSwitches();
-            refreshState();
-        });
-    });
-    setTrafficShown(m_trafficDock->isVisible());
-
-    QString error;
-    bool ok = m_server->start(&error);
+    bool ok = false;
     QStringList trouble;
-    for (const QString &note : m_server->notes())
-        if (!note.startsWith(QLatin1String("no state file")))
-            trouble << note;
-    if (!ok)
-        trouble << QStringLiteral("I file della stampante non si aprono: %1").arg(error);
-    if (ok && config.tcp && !m_server->listenTcp(config.tcpAddress, config.tcpPort, &error)) {
-        trouble << QStringLiteral("La porta TCP %1 non è disponibile (%2): forse un'altra stampante di prova è già "
-                                  "accesa. Scegliere un'altra porta in Stampante > Impostazioni.")
-                       .arg(config.tcpPort).arg(error);
-        ok = false;
-    }
-    if (ok && !config.ptyFolder.isEmpty()
-        && !m_server->openPty(config.ptyFolder, config.comNumber, config.lineSettings, &error)) {
-        trouble << QStringLiteral("La porta seriale COM%1 non si può creare (%2).").arg(config.comNumber).arg(error);
-        ok = false;
-    }
+    const bool traffic = !m_trafficDock->isHidden();
+    onPrinter([&] {
+        m_server = std::make_unique<EmulatorServer>(config);
+        m_headerSeen.clear();
+        m_server->model().context().roll.onLine = [this](const QString &line) { lineOnPaper(line); };
+        connect(m_server.get(), &EmulatorServer::lineChanged, this, &PrinterWindow::refreshState);
+        connect(m_server.get(), &EmulatorServer::requestHandled, m_anchor, [this] {
+            if (!m_powerOffArmed.exchange(false))
+                return;
+            // The command has run; half of its answer leaves, then the power goes.
+            m_server->faults().set(FaultSwitches::Wire::CutAnswer, 1);
+            QTimer::singleShot(0, m_anchor, [this] {
+                if (m_server)
+                    m_server->setPower(false);
+            });
+        }, Qt::DirectConnection);
+
+        QString error;
+        ok = m_server->start(&error);
+        for (const QString &note : m_server->notes())
+            if (!note.startsWith(QLatin1String("no state file")))
+                trouble << note;
+        if (!ok)
+            trouble << QStringLiteral("I file della stampante non si aprono: %1").arg(error);
+        if (ok && config.tcp && !m_server->listenTcp(config.tcpAddress, config.tcpPort, &error)) {
+            trouble << QStringLiteral("La porta TCP %1 non è disponibile (%2): forse un'altra stampante di prova è già "
+                                      "accesa. Scegliere un'altra porta in Stampante > Impostazioni.")
+                           .arg(config.tcpPort).arg(error);
+            ok = false;
+        }
+        if (ok && !config.ptyFolder.isEmpty()
+            && !m_server->openPty(config.ptyFolder, config.comNumber, config.lineSettings, &error)) {
+            trouble << QStringLiteral("La porta seriale COM%1 non si può creare (%2).").arg(config.comNumber).arg(error);
+            ok = false;
+        }
+    });
+    setTrafficShown(traffic);
     if (!trouble.isEmpty())
-        say(trouble.join(QLatin1Char('\n')), !ok || trouble.size() > 0);
+        say(trouble.join(QLatin1Char('\n')), true);
     refreshState();
-    refreshSwitches();
     return ok;
+}
+
+// On the printer's thread: every printed line, with its style, handed over.
+void PrinterWindow::lineOnPaper(const QString &line)
+{
+    const PrinterContext &ctx = m_server->model().context();
+    if (ctx.memory.header != m_headerSeen) {
+        m_headerSeen = ctx.memory.header;
+        m_styles.clear();
+        const int w = ctx.lineWidth();
+        for (const HeaderLine &h : m_headerSeen) {
+            if (h.text.trimmed().isEmpty() || h.style <= 1)
+                continue;
+            const QString printed = h.style >= 3 ? TextLayout::centred(TextLayout::widened(h.text), w) : h.text;
+            m_styles.insert(printed.left(w), h.style);
+        }
+    }
+    const int style = m_styles.isEmpty() ? 1 : m_styles.value(line, 1);
+    const bool logo = line.contains(QLatin1String("[ LOGO "));
+    QList<QByteArray> logos;
+    if (logo)
+        for (const auto &l : ctx.memory.logos)
+            logos << l.data;
+    const QMutexLocker lock(&m_mutex);
+    m_pendingRoll.append({line, style});
+    // Only the newest lines can stay on screen: a long print keeps no more.
+    // (lines pushed off the bounded roll by newer ones would never be seen).
+    if (m_pendingRoll.size() > 2 * PaperRollView::MaxLines)
+        m_pendingRoll.remove(0, m_pendingRoll.size() - PaperRollView::MaxLines);
+    if (logo)
+        m_logos = logos;
 }
 
 bool PrinterWindow::applySettings(const WindowSettings &settings)
@@ -408,108 +461,137 @@ QString PrinterWindow::message() const
 
 void PrinterWindow::flush()
 {
-    if (!m_pendingRoll.isEmpty() && m_server) {
-        // The header's styles as the printer lays them out now.
-        QHash<QString, int> styles;
-        const PrinterContext &ctx = m_server->model().context();
-        const int w = ctx.lineWidth();
-        for (const HeaderLine &h : ctx.memory.header) {
-            if (h.text.trimmed().isEmpty() || h.style <= 1)
-                continue;
-            const QString printed = h.style >= 3 ? TextLayout::centred(TextLayout::widened(h.text), w) : h.text;
-            styles.insert(printed.left(w), h.style);
+    QList<PaperRollView::Line> lines;
+    QStringList traffic;
+    {
+        // Each turn of the timer takes a bounded share, so that a long print
+        // never holds the window and a flood of receipts does not take the
+        // printer's time: lines that a flood pushes past the roll's bound
+        // are dropped here (they would be pushed off the roll anyway), and
+        // at rest the roll ends as the paper file does.
+        const QMutexLocker lock(&m_mutex);
+        if (m_pendingRoll.size() <= ChunkLines) {
+            lines.swap(m_pendingRoll);
+        } else {
+            lines = m_pendingRoll.mid(0, ChunkLines);
+            m_pendingRoll.remove(0, ChunkLines);
         }
-        m_roll->setStyles(styles);
+        traffic.swap(m_pendingTraffic);
     }
-    if (!m_pendingRoll.isEmpty())
-        m_roll->appendLines(std::exchange(m_pendingRoll, {}));
-    if (!m_pendingTraffic.isEmpty())
-        m_traffic->appendPlainText(std::exchange(m_pendingTraffic, {}).join(QLatin1Char('\n')));
-    if (m_displayChanged) {
-        m_displayChanged = false;
+    if (!lines.isEmpty()) {
+        for (const auto &l : std::as_const(lines))
+            m_display.printed(l.text);
+        m_roll->appendLines(lines);
         m_visore->setText(m_display.top().leftJustified(CustomerDisplay::Width) + QLatin1Char('\n')
                           + m_display.bottom().leftJustified(CustomerDisplay::Width));
     }
+    if (!traffic.isEmpty())
+        m_traffic->appendPlainText(traffic.join(QLatin1Char('\n')));
 }
 
 void PrinterWindow::setTrafficShown(bool shown)
 {
-    if (!m_server)
-        return;
     // Only a shown pane listens: the printer answers as fast without it.
-    if (!shown) {
-        m_server->traffic().onLine = nullptr;
-        return;
-    }
-    m_server->traffic().onLine = [this](const QString &line) {
-        m_pendingTraffic.append(line);
-        if (m_pendingTraffic.size() > 4000)
-            m_pendingTraffic.remove(0, m_pendingTraffic.size() - 2000);
-    };
+    withPrinter([this, shown](EmulatorServer &p) {
+        if (!shown) {
+            p.traffic().onLine = nullptr;
+            return;
+        }
+        p.traffic().onLine = [this](const QString &line) {
+            const QMutexLocker lock(&m_mutex);
+            m_pendingTraffic.append(line);
+            if (m_pendingTraffic.size() > 4000)
+                m_pendingTraffic.remove(0, m_pendingTraffic.size() - 2000);
+        };
+    });
 }
 
+// Asks the printer's thread for what the window shows, without waiting for
+// it (a long print may hold it); the answer comes back as an event.
 void PrinterWindow::refreshState()
 {
-    const auto set = [this](const char *name, const QString &text) { m_state.value(QLatin1String(name))->setText(text); };
-    const WindowSettings &s = m_settings;
-    const EmulatorConfig config = s.config();
-    set("lblModello", QStringLiteral("KELVO ") + EmulatorConfig::modelName(config.model));
-    QString line;
-    if (config.tcp)
-        line = QStringLiteral("TCP %1:%2").arg(config.tcpAddress.toString()).arg(m_server ? m_server->tcpPort() : config.tcpPort);
-    if (!config.ptyFolder.isEmpty()) {
-        const QString dev = m_server ? m_server->ptyDevice() : QString();
-        line += (line.isEmpty() ? QString() : QStringLiteral("; "))
-                + QStringLiteral("COM%1 (%2) a %3").arg(config.comNumber).arg(dev.isEmpty() ? QStringLiteral("chiusa") : dev, config.lineSettings);
-    }
-    set("lblLinea", line);
-    if (!m_server) {
-        set("lblMatricola", config.effectiveSerial());
-        for (const char *n : {"lblFiscale", "lblDgfe", "lblUltimaChiusura", "lblOrologio", "lblApprendimento"})
-            set(n, QStringLiteral("-"));
-        set("lblConnessione", QStringLiteral("stampante non accesa"));
+    if (m_snapshotAsked)
         return;
-    }
-    const PrinterContext &c = m_server->model().context();
-    const PrinterMemory &m = c.memory;
-    set("lblMatricola", m.serial);
-    set("lblFiscale", m.fiscalMemory.isEmpty() && c.config.resets == 0 ? QStringLiteral("non in servizio (nessuna chiusura)")
-                                                                       : QStringLiteral("in servizio"));
-    static const char *const dgfe[] = {"regolare", "quasi pieno", "da formattare", "di altra stampante", "pieno"};
-    const int ds = m.journal.dgfeState();
-    set("lblDgfe", QStringLiteral("n. %1, %2, %3 % usato").arg(m.journal.number)
-                       .arg(QLatin1String(ds >= 0 && ds <= 4 ? dgfe[ds] : "?")).arg(m.journal.percent()));
-    set("lblUltimaChiusura", m.lastClosure.isValid()
-                                 ? QStringLiteral("Z n. %1 del %2").arg(c.config.resets + m.fiscalMemory.size())
-                                       .arg(m.lastClosure.toString(QStringLiteral("dd-MM-yyyy HH:mm")))
-                                 : QStringLiteral("nessuna"));
-    set("lblOrologio", c.now().toString(QStringLiteral("dd-MM-yyyy HH:mm:ss")));
-    set("lblApprendimento", c.learningMode() ? QStringLiteral("sì") : QStringLiteral("no"));
-    const int n = m_server->connectionCount();
-    set("lblConnessione", !m_server->isPowered() ? QStringLiteral("spenta")
-                          : n > 0               ? QStringLiteral("collegata (%1)").arg(n)
-                                                : QStringLiteral("in attesa del PC"));
+    m_snapshotAsked = true;
+    const EmulatorConfig config = m_settings.config();
+    const int generation = m_generation;
+    QMetaObject::invokeMethod(m_anchor, [this, config, generation] {
+        Snapshot s;
+        QHash<QString, QString> &l = s.labels;
+        l[QStringLiteral("lblModello")] = QStringLiteral("KELVO ") + EmulatorConfig::modelName(config.model);
+        QString line;
+        if (config.tcp)
+            line = QStringLiteral("TCP %1:%2").arg(config.tcpAddress.toString()).arg(m_server ? m_server->tcpPort() : config.tcpPort);
+        if (!config.ptyFolder.isEmpty()) {
+            const QString dev = m_server ? m_server->ptyDevice() : QString();
+            line += (line.isEmpty() ? QString() : QStringLiteral("; "))
+                    + QStringLiteral("COM%1 (%2) a %3").arg(config.comNumber).arg(dev.isEmpty() ? QStringLiteral("chiusa") : dev, config.lineSettings);
+        }
+        l[QStringLiteral("lblLinea")] = line;
+        if (!m_server) {
+            l[QStringLiteral("lblMatricola")] = config.effectiveSerial();
+            for (const char *n : {"lblFiscale", "lblDgfe", "lblUltimaChiusura", "lblOrologio", "lblApprendimento"})
+                l[QLatin1String(n)] = QStringLiteral("-");
+            l[QStringLiteral("lblConnessione")] = QStringLiteral("stampante non accesa");
+        } else {
+            s.running = true;
+            const PrinterContext &c = m_server->model().context();
+            const PrinterMemory &m = c.memory;
+            l[QStringLiteral("lblMatricola")] = m.serial;
+            l[QStringLiteral("lblFiscale")] = m.fiscalMemory.isEmpty() && c.config.resets == 0
+                                                  ? QStringLiteral("non in servizio (nessuna chiusura)")
+                                                  : QStringLiteral("in servizio");
+            static const char *const dgfe[] = {"regolare", "quasi pieno", "da formattare", "di altra stampante", "pieno"};
+            const int ds = m.journal.dgfeState();
+            l[QStringLiteral("lblDgfe")] = QStringLiteral("n. %1, %2, %3 % usato").arg(m.journal.number)
+                                               .arg(QLatin1String(ds >= 0 && ds <= 4 ? dgfe[ds] : "?")).arg(m.journal.percent());
+            l[QStringLiteral("lblUltimaChiusura")] =
+                m.lastClosure.isValid() ? QStringLiteral("Z n. %1 del %2").arg(c.config.resets + m.fiscalMemory.size())
+                                              .arg(m.lastClosure.toString(QStringLiteral("dd-MM-yyyy HH:mm")))
+                                        : QStringLiteral("nessuna");
+            l[QStringLiteral("lblOrologio")] = c.now().toString(QStringLiteral("dd-MM-yyyy HH:mm:ss"));
+            l[QStringLiteral("lblApprendimento")] = c.learningMode() ? QStringLiteral("sì") : QStringLiteral("no");
+            const int n = m_server->connectionCount();
+            l[QStringLiteral("lblConnessione")] = !m_server->isPowered() ? QStringLiteral("spenta")
+                                                  : n > 0 ? QStringLiteral("collegata (%1)").arg(n)
+                                                          : QStringLiteral("in attesa del PC");
+            s.paperOut = c.paperOut;
+            s.offline = c.offline;
+            s.powered = m_server->isPowered();
+            s.journal = ElectronicJournal::conditionName(m.journal.forced);
+            for (const auto &w : std::as_const(m_wire))
+                s.wire << m_server->faults().remaining(w.first);
+            s.slowMs = m_server->faults().slowMs;
+        }
+        QMetaObject::invokeMethod(this, [this, s, generation] {
+            m_snapshotAsked = false;
+            if (generation == m_generation)
+                applySnapshot(s);
+            else
+                refreshState();
+        }, Qt::QueuedConnection);
+    }, Qt::QueuedConnection);
 }
 
-void PrinterWindow::refreshSwitches()
+void PrinterWindow::applySnapshot(const Snapshot &s)
 {
-    if (!m_server)
+    for (auto it = s.labels.begin(); it != s.labels.end(); ++it)
+        if (QLabel *l = m_state.value(it.key()))
+            l->setText(it.value());
+    if (!s.running)
         return;
-    const QSignalBlocker b1(m_paperOut), b2(m_offline), b3(m_powerOff), b4(m_journal);
-    const PrinterContext &c = m_server->model().context();
-    m_paperOut->setChecked(c.paperOut);
-    m_offline->setChecked(c.offline);
-    m_powerOff->setChecked(!m_server->isPowered());
-    const int j = m_journal->findData(ElectronicJournal::conditionName(c.memory.journal.forced));
-    m_journal->setCurrentIndex(qMax(0, j));
-    for (const auto &[fault, box] : std::as_const(m_wire))
-        box->setChecked(m_server->faults().remaining(fault) == FaultSwitches::Always);
+    const QSignalBlocker b1(m_paperOut), b2(m_offline), b3(m_powerOff), b4(m_journal), b5(m_slow);
+    m_paperOut->setChecked(s.paperOut);
+    m_offline->setChecked(s.offline);
+    m_powerOff->setChecked(!s.powered);
+    m_journal->setCurrentIndex(qMax(0, m_journal->findData(s.journal)));
+    m_slow->setValue(s.slowMs);
+    for (qsizetype i = 0; i < m_wire.size() && i < s.wire.size(); ++i)
+        m_wire[i].second->setChecked(s.wire[i] == FaultSwitches::Always);
 }
 
 void PrinterWindow::powerOffMidCommand()
 {
-    if (!m_server)
-        return;
     m_powerOffArmed = true;
     say(QStringLiteral("La stampante si spegnerà durante il prossimo comando."), false);
 }

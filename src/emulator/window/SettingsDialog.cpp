@@ -63,6 +63,11 @@ SettingsDialog::SettingsDialog(const WindowSettings &current, QWidget *parent) :
     ptyRow->addWidget(m_speed, 1);
     form->addRow(QStringLiteral("Seriale:"), ptyRow);
 
+    m_keep = new QCheckBox(QStringLiteral("Conserva la memoria della stampante nel file di stato"));
+    m_keep->setObjectName(QStringLiteral("chkConserva"));
+    m_keep->setChecked(current.keepMemory);
+    m_keep->setToolTip(QStringLiteral("Senza: la stampante riparte nuova a ogni avvio e il file di stato non è toccato."));
+    form->addRow(QString(), m_keep);
     auto *stateRow = new QHBoxLayout;
     m_state = new QLineEdit(current.statePath);
     m_state->setObjectName(QStringLiteral("txtFileStato"));
@@ -102,6 +107,7 @@ WindowSettings SettingsDialog::settings() const
     else
         line = {m_speed->currentText(), QStringLiteral("n"), QStringLiteral("8"), QStringLiteral("1")};
     s.lineSettings = line.join(QLatin1Char(','));
+    s.keepMemory = m_keep->isChecked();
     s.statePath = m_state->text().trimmed();
     return s;
 }

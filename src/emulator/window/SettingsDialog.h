@@ -28,5 +28,6 @@ private:
     QCheckBox *m_pty;
     QSpinBox *m_com;
     QComboBox *m_speed;
+    QCheckBox *m_keep;
     QLineEdit *m_state;
 };

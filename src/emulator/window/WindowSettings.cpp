@@ -23,6 +23,7 @@ WindowSettings WindowSettings::load()
     w.usePty = s.value(QStringLiteral("pty"), false).toBool();
     w.comNumber = qBound(1, s.value(QStringLiteral("com"), 1).toInt(), 99);
     w.lineSettings = s.value(QStringLiteral("line"), w.lineSettings).toString();
+    w.keepMemory = s.value(QStringLiteral("keepMemory"), true).toBool();
     w.statePath = s.value(QStringLiteral("state")).toString();
     w.paperPath = s.value(QStringLiteral("paper")).toString();
     return w;
@@ -39,6 +40,7 @@ void WindowSettings::save() const
     s.setValue(QStringLiteral("pty"), usePty);
     s.setValue(QStringLiteral("com"), comNumber);
     s.setValue(QStringLiteral("line"), lineSettings);
+    s.setValue(QStringLiteral("keepMemory"), keepMemory);
     s.setValue(QStringLiteral("state"), statePath);
     s.setValue(QStringLiteral("paper"), paperPath);
 }
@@ -66,7 +68,7 @@ EmulatorConfig WindowSettings::config() const
     c.ptyFolder = usePty ? ProgramFolder() : QString();
     c.comNumber = comNumber;
     c.lineSettings = lineSettings;
-    c.statePath = effectiveStatePath();
+    c.statePath = keepMemory ? effectiveStatePath() : QString();
     c.paperPath = effectivePaperPath();
     return c;
 }

@@ -17,6 +17,7 @@ struct WindowSettings
     bool usePty = false;
     int comNumber = 1;
     QString lineSettings = QStringLiteral("9600,n,8,1");
+    bool keepMemory = true;          // false: the memory lives only while the window runs
     QString statePath;               // empty: beside Fiscorda, in its folder
     QString paperPath;               // empty: beside the state file
 
