@@ -148,6 +148,7 @@ private Q_SLOTS:
         QTest::newRow("broken state file") << "state" << "damaged";
         QTest::newRow("port in use") << "port" << "porta TCP";
         QTest::newRow("serial of another model") << "serial" << "QN";
+        QTest::newRow("COM link that is a file") << "pty" << "COM7";
     }
     void badInputLeavesAMessage()
     {
@@ -160,6 +161,11 @@ private Q_SLOTS:
             f.write("{ not a printer");
         } else if (what == "port") {
             QVERIFY(holder.listen(QHostAddress::LocalHost, settings.tcpPort));
+        } else if (what == "pty") {
+            QFile file(env->folder.filePath(QStringLiteral("COM7"))); // not a link: left alone
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            settings.usePty = true;
+            settings.comNumber = 7;
         } else {
             settings.serial = QStringLiteral("QO41100123"); // a KX81's, on a KX90
         }
@@ -175,10 +181,23 @@ private Q_SLOTS:
         // Still usable: the settings put right bring the printer up.
         holder.close();
         settings.serial.clear();
+        settings.usePty = false;
         QVERIFY(w->applySettings(settings));
         QCOMPARE(control->OpenTcp(), int16_t(0));
         int16_t op = 1;
         QCOMPARE(int(control->FeedPaper(op, 1)), 0);
+    }
+
+    void fiscordaSettingsWrittenOnlyWhenMissing()
+    {
+        QVERIFY(SeedFiscordaSettings(env->folder.path(), 4660));
+        QCOMPARE(env->readSettings(), QString("<settings><mode>TCP</mode><comnumber>1</comnumber><comsettings>9600,n,8,1"
+                                               "</comsettings><tcpport>4660</tcpport><ipaddress>127.0.0.1</ipaddress>"
+                                               "<timeoutack>-1</timeoutack><timeoutop>-1</timeoutop><maxnreparti>40"
+                                               "</maxnreparti></settings>"));
+        env->writeSettings(QStringLiteral("<mode>COM</mode>"));
+        QVERIFY(!SeedFiscordaSettings(env->folder.path(), 4660));
+        QCOMPARE(env->readSettings(), QStringLiteral("<settings><mode>COM</mode></settings>"));
     }
 
     void rollStaysBounded()

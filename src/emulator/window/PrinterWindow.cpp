@@ -385,7 +385,7 @@ bool PrinterWindow::startPrinter()
         ok = m_server->start(&error);
         for (const QString &note : m_server->notes())
             if (!note.startsWith(QLatin1String("no state file")))
-                trouble << note;
+                trouble << QStringLiteral("Avviso della stampante: ") + note;
         if (!ok)
             trouble << QStringLiteral("I file della stampante non si aprono: %1").arg(error);
         if (ok && config.tcp && !m_server->listenTcp(config.tcpAddress, config.tcpPort, &error)) {

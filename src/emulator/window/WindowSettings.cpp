@@ -92,5 +92,5 @@ bool SeedFiscordaSettings(const QString &folder, quint16 port)
     add("timeoutop", QStringLiteral("-1"));
     add("maxnreparti", QStringLiteral("40"));
     QDir().mkpath(folder);
-    return doc.save_file(QFile::encodeName(path).constData(), "", pugi::format_raw);
+    return doc.save_file(QFile::encodeName(path).constData(), "", pugi::format_raw | pugi::format_no_declaration);
 }
