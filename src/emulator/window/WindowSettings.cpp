@@ -11,7 +11,7 @@
 
 WindowSettings WindowSettings::load()
 {
-    const QSettings s(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("fiscorda"),
+    const QSettings s(QStringLiteral("fiscorda"),
                       QStringLiteral("fiscorda-printer"));
     WindowSettings w;
     const int m = s.value(QStringLiteral("model"), 0).toInt();
@@ -31,7 +31,7 @@ WindowSettings WindowSettings::load()
 
 void WindowSettings::save() const
 {
-    QSettings s(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("fiscorda"),
+    QSettings s(QStringLiteral("fiscorda"),
                 QStringLiteral("fiscorda-printer"));
     s.setValue(QStringLiteral("model"), int(model));
     s.setValue(QStringLiteral("serial"), serial);
