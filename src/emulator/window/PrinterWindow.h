@@ -18,12 +18,10 @@
 
 class EmulatorServer;
 class QAbstractButton;
-class QCheckBox;
-class QComboBox;
+class FaultPanel;
 class QDockWidget;
 class QLabel;
 class QPlainTextEdit;
-class QSpinBox;
 class QTimer;
 
 // The training printer: the emulator's printer in a window. It runs the same
@@ -61,7 +59,6 @@ public:
 private:
     void buildUi();
     QWidget *buildStatePanel();
-    QWidget *buildFaultPanel();
     bool startPrinter();
     void stopPrinter();
     void say(const QString &text, bool trouble);
@@ -98,12 +95,7 @@ private:
     QLabel *m_message = nullptr;
     QLabel *m_visore = nullptr;
     QHash<QString, QLabel *> m_state;
-    QCheckBox *m_paperOut = nullptr;
-    QCheckBox *m_offline = nullptr;
-    QCheckBox *m_powerOff = nullptr;
-    QComboBox *m_journal = nullptr;
-    QSpinBox *m_slow = nullptr;
-    QList<QPair<FaultSwitches::Wire, QCheckBox *>> m_wire;
+    FaultPanel *m_faults = nullptr;
     QDockWidget *m_trafficDock = nullptr;
     QPlainTextEdit *m_traffic = nullptr;
 };
