@@ -117,6 +117,15 @@ bool trainingPrinterShot(KelvoProtocolControl &control, const QString &folder)
         out() << "PrinterWindow: the control cannot reach it" << Qt::endl;
         return false;
     }
+    // A standard logo at the receipt's head, printed as its picture.
+    QFile logo(QDir(ProgramFolder()).filePath(QStringLiteral("LoghiStandard/02_pasqua_60.bin")));
+    if (logo.open(QIODevice::ReadOnly)) {
+        const QByteArray bytes = logo.readAll();
+        window.withPrinter([&bytes](EmulatorServer &p) {
+            p.execute("LoadLogoFile", {bytes});
+            p.execute("WriteParam", {"9", "2"});
+        });
+    }
     KelvoFpSimulaForm simulator(nullptr);
     simulator.show();
     settle(200);
