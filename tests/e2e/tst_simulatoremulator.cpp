@@ -57,7 +57,7 @@ private Q_SLOTS:
     {
         env.emplace();
         Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
-        Form::PaymentOpen = false;
+        KeypadModel::PaymentOpen = false;
         QVERIFY(env->start());
         env->emu->model().context().systemClock = [] { return QDateTime(QDate(2026, 3, 10), QTime(9, 30)); };
         QVERIFY(env->connectTcp());
@@ -76,10 +76,10 @@ private Q_SLOTS:
                    "3 x 1 , 2 btnRep_1 0 , 3 btnAbbuonoMenoVal_0 "
                    "4 btnRep_3 4 btnStorno_3 "
                    "btnSubTot 2 btnAssegno");
-        QVERIFY(Form::PaymentOpen);
+        QVERIFY(KeypadModel::PaymentOpen);
         keys(form, "9 btnRep_0");                  // shut while the payment is open
         keys(form, "btnCanc 1 0 btnContante");
-        QVERIFY(!Form::PaymentOpen);
+        QVERIFY(!KeypadModel::PaymentOpen);
         QCOMPARE(MsgBox::shownTexts(), QStringList());
         const QStringList expected{
             "   K E L V O   D E M O   S . R . L .",
@@ -192,13 +192,13 @@ private Q_SLOTS:
             "Errore del registratore di cassa: SUPERA VALORE.\r\n",
         }));
         QVERIFY(!form.mApprend->isChecked());
-        QVERIFY(!Form::PaymentOpen);
+        QVERIFY(!KeypadModel::PaymentOpen);
 
         MsgBox::clearShown();
         env->emu->setPower(false);
         keys(form, "5 btnRep_0");
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Registratore non collegato.\r\n"});
-        QVERIFY(form.EntryPosted);
+        QVERIFY(form.keypad.EntryPosted);
     }
 
     void resetsOfTotals()
