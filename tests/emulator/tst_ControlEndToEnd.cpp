@@ -1,14 +1,16 @@
 // The program's control talking to the emulator over real loopback TCP and
 // over a pseudo-terminal: answers, refusals and accented text both ways, a
-// receipt and its journal read back, and a printer switched off. Each result
-// code against each line fault is the control's own test (a scripted
-// printer); what each fault switch puts on the wire is the emulator's.
+// receipt and its journal read back, and a printer switched off and on
+// again between two commands. Each result code against each line fault is
+// the control's own test (a scripted printer); what each fault switch puts
+// on the wire is the emulator's.
 
 #include "EmulatorTestKit.h"
 
 #include "printer/KelvoProtocolControl.h"
 #include "settings/ProgramFolder.h"
 
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 
 using namespace Kit;
@@ -119,18 +121,33 @@ private Q_SLOTS:
         QVERIFY(lines.join('\n').contains(QStringLiteral("ESPRESSO")));
     }
 
-    void powerOffIsNotConnected()
+    void powerCycle()
     {
         QCOMPARE(ctl->ReadDateTime(), int16_t(0));
         emu->setPower(false);
-        QTest::qWait(200);
+        QTest::qWait(200); // the program idles meanwhile and sees the line go
+        QElapsedTimer took;
+        took.start();
         QCOMPARE(ctl->ReadDateTime(), int16_t(1));
+        QCOMPARE(ctl->ReadDateTime(), int16_t(1)); // tried again, still off
+        QVERIFY2(took.elapsed() < 1000, "a printer that is off answers at once");
         if (tcp())
             QCOMPARE(ctl->OpenTcp(), int32_t(1)); // refused while off
+
         emu->setPower(true);
-        auto again = makeControl();
-        QVERIFY(open(*again));
-        QCOMPARE(again->ReadDateTime(), int16_t(0));
+        QTest::qWait(50);
+        // No OpenTcp / OpenComPort by the program: the command brings the line back.
+        QCOMPARE(ctl->ReadDateTime(), int16_t(0));
+        int16_t n = 2;
+        QCOMPARE(ctl->ReadIva(n), int16_t(0));
+        QCOMPARE(ctl->IvaAliquota(), 10.0f);
+
+        // A port the program closed stays closed.
+        if (tcp())
+            ctl->CloseTcp();
+        else
+            ctl->CloseComPort();
+        QCOMPARE(ctl->ReadDateTime(), int16_t(2));
     }
 };
 
