@@ -1,7 +1,8 @@
 // The cash-register simulator against the emulated printer over the real
 // control: a whole receipt and what it prints, the eight X reports, the
-// learning mode switched from the menu, the printer's refusals and a dropped
-// line as the technician sees them, and the resets of the totals.
+// printer's refusals and a dropped line as the technician sees them. (The
+// learning mode and the resets of the totals are the keypad model's calls
+// and the printer model's rules.)
 #include "EmulatorTestEnv.h"
 #include "settings/Conversions.h"
 #include "simulator/KelvoFpSimulaForm.h"
@@ -11,7 +12,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QtTest>
 
@@ -152,28 +152,6 @@ private Q_SLOTS:
         QCOMPARE(printed.mid(title + 3, lines.size() - 2), lines.mid(2)); // under the rule
     }
 
-    void learningModeFromTheMenu()
-    {
-        Form form;
-        Q_EMIT form.mSetup->aboutToShow();
-        QVERIFY(!form.mApprend->isChecked());
-        form.mApprend->trigger();
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Modalità apprendimento"});
-        keys(form, "3 btnRep_0 btnContante");
-        const QString receipt = paper().join('\n');
-        QVERIFY2(receipt.contains("MODALITA' APPRENDIMENTO") && receipt.contains("DOCUMENTO NON FISCALE")
-                     && !receipt.contains("SC. N."), qPrintable(receipt));
-
-        Form reopened; // the mark is the printer's, read as the menu opens
-        QVERIFY(!reopened.mApprend->isChecked());
-        Q_EMIT reopened.mSetup->aboutToShow();
-        QVERIFY(reopened.mApprend->isChecked());
-        reopened.mApprend->trigger();
-        QCOMPARE(MsgBox::shownTexts().last(), QStringLiteral("Modalità fiscale"));
-        keys(reopened, "3 btnRep_0 btnContante");
-        QVERIFY(paper().join('\n').contains("SC. N. 0001"));
-    }
-
     void refusalsAndADroppedLine()
     {
         env->emu->model().memory().departments[3].iva = 0; // REP 4 without a VAT row
@@ -199,20 +177,6 @@ private Q_SLOTS:
         keys(form, "5 btnRep_0");
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Registratore non collegato.\r\n"});
         QVERIFY(form.keypad.EntryPosted);
-    }
-
-    void resetsOfTotals()
-    {
-        PrinterMemory &memory = env->emu->model().memory();
-        Form form;
-        keys(form, "2 desc:7 btnRep_0 1 desc:8001234567890 btnRep_1 btnContante"); // a PLU and a promotion
-        QCOMPARE(memory.pluTotals.value(7), Currency::fromUnits(2));
-        QCOMPARE(memory.promos[0].total, Currency::fromUnits(1));
-        form.mnuResetTotPLU->trigger();
-        form.mnuResetTotPromoTable->trigger();
-        QVERIFY(memory.pluTotals.isEmpty());
-        QCOMPARE(memory.promos[0].total, Currency());
-        QCOMPARE(MsgBox::shownTexts().count("Operazione completata!"), 2);
     }
 };
 
