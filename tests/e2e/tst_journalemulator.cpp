@@ -117,9 +117,7 @@ private Q_SLOTS:
     }
 
     // The technician's roads from the main form: "Giornale Elettronico DGFE",
-    // "Lettura DGFE", a day, "Su video", "INIZIO"; then "Cambio DGFE" with the
-    // printer switched off, the card changed for one to format, the printer
-    // on again and the new card formatted.
+    // "Lettura DGFE", a day, "Su video", "INIZIO"; then "Cambio DGFE".
     void roadsFromTheMainForm()
     {
         receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
@@ -129,7 +127,6 @@ private Q_SLOTS:
         mainForm.show();
 
         QStringList read, seen;
-        QList<int> tabs;
         whenModal("GiornaleDGFEForm", [&](QWidget *w) {
             auto *entry = static_cast<GiornaleDGFEForm *>(w);
             whenModal("DGFEForm", [&](QWidget *w) {
@@ -147,27 +144,11 @@ private Q_SLOTS:
             });
             entry->btnRead->click();
 
+            // The wizard's steps against a printer switched off are its own
+            // test; the format on this printer is the card conditions' below.
             whenModal("GiornaleStepForm", [&](QWidget *w) {
-                auto *wizard = static_cast<GiornaleStepForm *>(w);
-                seen << wizard->lblDGFE->text();
-                wizard->btnFwd->click(); // still on: refused
-                tabs << wizard->SSTab1->currentIndex();
-                env->emu->setPower(false);
-                QTest::qWait(200);
-                ConsoleCommands console(*env->emu);
-                console.run("journal toformat");
-                for (int i = 0; i < 4; ++i)
-                    wizard->btnFwd->click();
-                tabs << wizard->SSTab1->currentIndex();
-                env->emu->setPower(true);
-                QTest::qWait(50);
-                wizard->btnFwd->click();
-                tabs << wizard->SSTab1->currentIndex() << wizard->btnFwd->isEnabled();
-                whenModal("FpMonitorForm", [](QWidget *w) { w->close(); });
-                wizard->btnFormat->click();
-                seen << wizard->lblNewDgfe->text() << wizard->btnFwd->text();
-                wizard->btnFwd->click();
-                tabs << wizard->isVisible();
+                seen << static_cast<GiornaleStepForm *>(w)->lblDGFE->text();
+                w->close();
             });
             entry->btnChange->click();
             entry->btnOK->click();
@@ -175,10 +156,8 @@ private Q_SLOTS:
         mainForm.btnDGFE->click();
 
         QCOMPARE(read, tenth);
-        QCOMPARE(tabs, QList<int>({0, 4, 5, false, false}));
-        QCOMPARE(seen, QStringList({"2", "2", "FINE"}));
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Spegni la stampante!"});
-        QCOMPARE(journal().number, 2);
+        QCOMPARE(seen, QStringList{"2"}); // the number of the card in the printer
+        QVERIFY(MsgBox::shownTexts().isEmpty());
         QVERIFY(QApplication::activeModalWidget() == nullptr);
     }
 
