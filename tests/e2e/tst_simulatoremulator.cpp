@@ -1,16 +1,14 @@
 // The cash-register simulator against the emulated printer over the real
-// control: a whole receipt and what it prints, the eight X reports, the
-// printer's refusals and a dropped line as the technician sees them. (The
-// learning mode and the resets of the totals are the keypad model's calls
-// and the printer model's rules.)
+// control: a whole receipt and what it prints, and the eight X reports. (What
+// the keypad does with a refusal or a dropped line, the learning mode and the
+// resets of the totals are the keypad model's test; the printer's refusals
+// its model's.)
 #include "EmulatorTestEnv.h"
 #include "settings/Conversions.h"
 #include "simulator/KelvoFpSimulaForm.h"
 #include "simulator/XRepForm.h"
 
-#include <QAction>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QtTest>
@@ -150,33 +148,6 @@ private Q_SLOTS:
         QVERIFY2(title > 0, qPrintable(printed.join('\n')));
         QCOMPARE(printed.mid(title, 2), lines.mid(0, 2));                  // the report, day or period
         QCOMPARE(printed.mid(title + 3, lines.size() - 2), lines.mid(2)); // under the rule
-    }
-
-    void refusalsAndADroppedLine()
-    {
-        env->emu->model().memory().departments[3].iva = 0; // REP 4 without a VAT row
-        Form form;
-        keys(form, "4 btnRep_3 5 btnRep_0");
-        XRepForm(&form).btnFinGior->click();
-        keys(form, "9 btnAbbuonoMenoVal_0");       // larger than the item
-        form.mApprend->trigger();                  // not while a receipt is open
-        keys(form, "1 0 0 btnAssegno");            // a cheque beyond what is due
-        keys(form, "btnContante");
-        QCOMPARE(MsgBox::shownTexts(), QStringList({
-            "Errore del registratore di cassa: NON PROGRAMMATO.\r\n",
-            "Errore del registratore di cassa: CHIUDERE LO SCONTRINO.\r\n",
-            "Errore del registratore di cassa: SUPERA VALORE.\r\n",
-            "Errore del registratore di cassa: CHIUDERE LO SCONTRINO.\r\n",
-            "Errore del registratore di cassa: SUPERA VALORE.\r\n",
-        }));
-        QVERIFY(!form.mApprend->isChecked());
-        QVERIFY(!KeypadModel::PaymentOpen);
-
-        MsgBox::clearShown();
-        env->emu->setPower(false);
-        keys(form, "5 btnRep_0");
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Registratore non collegato.\r\n"});
-        QVERIFY(form.keypad.EntryPosted);
     }
 };
 
