@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The sale keypad's rules without its window: key sequences against the
 // exact commands and arguments they send, the display and the messages they
-// leave; the shut sale keys that outlive the keypad; the decimal key of two
+// leave, and the display after each key; the shut sale keys that outlive the keypad; the decimal key of two
 // locales; the learning mode and the resets of the totals.
 #include "FakeFPControl.h"
 #include "printer/KelvoFPControl.h"
@@ -211,6 +211,29 @@ private Q_SLOTS:
         QTEST(k.model.Display, "display");
         QTEST(k.told, "messages");
         QTEST(KeypadModel::PaymentOpen, "paymentOpen");
+    }
+
+    // The display after each key of a sequence, '|' between them.
+    void displayAfterEachKey_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("displays");
+        QTest::newRow("decimals") << "0 , 5 , 0 0 1 00" << "0|0,|0,5|0,5|0,50|0,500|0,500|0,500";
+        QTest::newRow("multiplier, sale, next figure") << "3 x 2 R2 7" << "3|3 x |3 x 2|3 x 2|7";
+        QTest::newRow("void") << "2 S4 CL" << "2|STORNO 1 x 2  REP 4|0";
+        QTest::newRow("adjustment and payment clear") << "5 R1 1 -E0 4 CASH" << "5|1 x 5|1|0|4|0";
+        QTest::newRow("lock and unlock") << "5 LOCK 6 UNLOCK" << "5|-TASTIERA BLOCCATA-|-TASTIERA BLOCCATA-|0";
+    }
+    void displayAfterEachKey()
+    {
+        QFETCH(QString, keys);
+        Keypad k;
+        QStringList displays;
+        for (const QString &t : keys.split(' ')) {
+            k.press(t);
+            displays << k.model.Display;
+        }
+        QTEST(displays.join('|'), "displays");
     }
 
     void closureGivesThePrinterTime()
