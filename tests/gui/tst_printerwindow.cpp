@@ -72,7 +72,7 @@ private Q_SLOTS:
     {
         env.emplace();
         Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
-        Form::PaymentOpen = false;
+        KeypadModel::PaymentOpen = false;
         settings = WindowSettings();
         settings.tcpPort = freePort();
         settings.statePath = env->folder.filePath(QStringLiteral("state.json"));
