@@ -1,8 +1,5 @@
-// The header step against the emulated printer over loopback TCP: the header
-// read back, programmed and printed on the next receipt at the model's width.
-// (A header refused until a closure, flags that change the printer's rules
-// and rounds that meet flags the printer does not have are the printer
-// model's rules and the screens' own tests on a scripted printer.)
+// The header step against the emulated printer: read back, programmed and
+// printed on the next receipt at the model's width.
 #include "EmulatorTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallHeaderForm.h"
