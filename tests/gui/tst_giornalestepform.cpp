@@ -1,6 +1,5 @@
-// The journal change wizard: the rules of its tab strip whether the
-// technician uses the buttons or clicks the tabs, the printer-off probe, the
-// second step's texts and pictures per model, and the format step.
+// The journal change wizard: its tab strip, the printer-off probe, the second
+// step per model, the format step.
 #include "FormTestEnv.h"
 #include "journal/GiornaleStepForm.h"
 
