@@ -1,6 +1,4 @@
-// The flag screen against a scripted printer: the reading passes, what AVANTI
-// sends and records, the round that stops at the first refused write, the
-// range check on leaving a field, the blank customer lines of the chain.
+// The flag screen against a scripted printer.
 #include "FormTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallFlagForm.h"
