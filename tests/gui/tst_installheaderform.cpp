@@ -1,6 +1,4 @@
-// The header screen against a scripted printer: the line width by model and
-// firmware, the read-back, the centring, the order of the writes, the
-// per-printer file on disk, and the rows handed on to the paperwork.
+// The header screen against a scripted printer.
 #include "FormTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallHeaderForm.h"
