@@ -1,7 +1,4 @@
-// The programming file: the exact bytes a known programming gives (sections,
-// attribute order, names, versions), the names a save dialog's answer turns
-// into, what the loaders make of odd files, the locale of the numbers, and
-// files that are broken or cannot be written.
+// The programming file: exact bytes, names, odd and broken files, locales.
 #include "FormTestEnv.h"
 #include "TestFiles.h"
 #include "programming/ProgrammingFile.h"
