@@ -1,7 +1,4 @@
-// The sale keypad's window: every key wired to its rule (the rules
-// themselves are tested on the model), the physical keyboard, the keys the
-// lock leaves alive, the menus and the screens the keys open; and the eight
-// X reports.
+// The sale keypad's window (its rules are the model's test) and the X reports.
 #include "FormTestEnv.h"
 #include "app/DataOraForm.h"
 #include "commissioning/InstallFlagForm.h"
