@@ -28,13 +28,7 @@ struct Keypad
         model.tell = [this](const QString &text, bool warning) { told << (warning ? "warning " : "") + text; };
     }
     ~Keypad() { gFPControl = nullptr; }
-    QStringList sent() const
-    {
-        QStringList out;
-        for (const auto &c : fake.calls)
-            out << c.name + "(" + c.args.join(',') + ")";
-        return out;
-    }
+    QStringList sent() const { return fake.sent(); }
     // One token of a sequence: a key, or a change of the printer.
     void press(const QString &t)
     {

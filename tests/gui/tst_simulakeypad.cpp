@@ -23,14 +23,6 @@ using Key = KeypadModel::Key;
 
 static const QString kCloseReceipt = "Errore del registratore di cassa: CHIUDERE LO SCONTRINO.\r\n";
 
-static QStringList sent(const FakeFPControl &fake)
-{
-    QStringList out;
-    for (const auto &c : fake.calls)
-        out << c.name + "(" + c.args.join(',') + ")";
-    return out;
-}
-
 class TestSimulaKeypad : public QObject
 {
     Q_OBJECT
@@ -76,7 +68,7 @@ private Q_SLOTS:
             KeypadModel bare;
             for (Key k : figure + QList{key})
                 bare.press(k);
-            const QStringList expected = sent(env->fake);
+            const QStringList expected = env->fake.sent();
             env->fake.clearCalls();
             KeypadModel::PaymentOpen = false;
             Form form;
@@ -85,7 +77,7 @@ private Q_SLOTS:
             auto *button = form.findChild<QPushButton *>(name);
             QVERIFY2(button, qPrintable(name));
             button->click();
-            QCOMPARE(sent(env->fake), expected);
+            QCOMPARE(env->fake.sent(), expected);
             QCOMPARE(form.txtDisplay->text(), bare.Display);
             QVERIFY2(!expected.isEmpty() || bare.Display != "2", qPrintable(name)); // the key did something
             env->fake.clearCalls();
@@ -102,7 +94,7 @@ private Q_SLOTS:
         QTest::keyClick(form.txtDescProd, Qt::Key_Return); // ends the typing, pays nothing
         QTest::keyClick(&form, Qt::Key_F1, Qt::ShiftModifier);
         QTest::keyClick(&form, Qt::Key_Enter);
-        QCOMPARE(sent(env->fake), QStringList({"SellReparto(1,3,REP 2,25000,2,1)", "StornoReparto(1,12,1,70000,1,1)",
+        QCOMPARE(env->fake.sent(), QStringList({"SellReparto(1,3,REP 2,25000,2,1)", "StornoReparto(1,12,1,70000,1,1)",
                                                "PayReceipt(1,Contante,0,0,0,1)"}));
         QTest::keyClick(&form, Qt::Key_4);
         QTest::keyClick(&form, Qt::Key_Delete);
@@ -232,7 +224,7 @@ private Q_SLOTS:
         env->fake.setProperty("ErrorCode", "23");
         env->fake.queueResult("PrintXRepartoGiorno", -1);
         form.btnRepGio->click();
-        QCOMPARE(sent(env->fake), QStringList({"PrintXFinanziarioGiorno(1)", "PrintXFinanziarioPeriodo(1)", "PrintXOrarioGiorno(1)",
+        QCOMPARE(env->fake.sent(), QStringList({"PrintXFinanziarioGiorno(1)", "PrintXFinanziarioPeriodo(1)", "PrintXOrarioGiorno(1)",
                                                "PrintXOrarioPeriodo(1)", "PrintXOperatoreGiorno(1,1)", "PrintXRepartoPeriodo(1,1)",
                                                "PrintXOperatorePeriodo(1,0)", "PrintXRepartoGiorno(1,40)"}));
         QCOMPARE(MsgBox::shownTexts(), QStringList{kCloseReceipt});

@@ -35,6 +35,7 @@ public:
     // Record
     QList<Call> calls;
     QStringList callNames() const;
+    QStringList sent(QChar separator = u',') const; // "Name(arg,arg)" per call
     int count(const QString &name) const;
     QList<Call> callsOf(const QString &name) const;
     void clearCalls() { calls.clear(); }
