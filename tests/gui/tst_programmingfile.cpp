@@ -117,8 +117,7 @@ private Q_SLOTS:
     }
     void cleanup()
     {
-        Conv::setLocaleForTests(QLocale::system());
-        QLocale::setDefault(QLocale::system());
+        useLocale(QLocale::system());
         env.reset();
     }
 
@@ -278,7 +277,7 @@ private Q_SLOTS:
     void savesThatFail()
     {
         // A folder that is a file: no user, root included, can write there.
-        TestFiles::writeFile(env->folder.filePath("blocked"), "x");
+        writeFile(env->folder.filePath("blocked"), "x");
         ProgrammingFile blocked("prog", env->folder.filePath("blocked"));
         saveAll(blocked, knownProgramming());
         QVERIFY(blocked.saveFailed());
