@@ -13,13 +13,6 @@ class TestPrinterIdentity : public QObject
     Q_OBJECT
     FakeFPControl fake;
 
-    void serial(const QString &prefix, const QString &model, const QString &number)
-    {
-        fake.setProperty("MatricolaPrefix", prefix);
-        fake.setProperty("MatricolaModel", model);
-        fake.setProperty("MatricolaNumber", number);
-    }
-
 private Q_SLOTS:
     void init()
     {
@@ -61,7 +54,7 @@ private Q_SLOTS:
         QFETCH(QString, model);
         QFETCH(QString, number);
         QFETCH(int, index);
-        serial(prefix, model, number);
+        fake.setMatricola(prefix, model, number);
         QTEST(GetMatricola(), "matricola");
         QCOMPARE(fake.callsOf("ReadMatricola").first().args, QStringList{"1"});
         if (index >= 0)
@@ -72,14 +65,14 @@ private Q_SLOTS:
     {
         QCOMPARE(PrinterModelText(1) + "|" + PrinterModelText(2) + "|" + PrinterModelText(7),
                  QStringLiteral("KELVO KX90 II|KELVO KX81|KELVO KX90"));
-        serial("QM", "01", "42");
+        fake.setMatricola("QM", "01", "42");
         fake.busy = true; // composed from what the properties still hold
         QCOMPARE(GetMatricola(), QStringLiteral("QM01000042"));
         QCOMPARE(fake.count("ReadMatricola"), 0);
         fake.busy = false;
         fake.queueResult("ReadMatricola", 1);
         QCOMPARE(GetMatricola(), QString());
-        serial("QM", "01", "1234567");
+        fake.setMatricola("QM", "01", "1234567");
         QVERIFY_THROWS_EXCEPTION(RunTimeError, GetMatricola());
     }
 

@@ -102,9 +102,7 @@ private Q_SLOTS:
     void init()
     {
         env.emplace();
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "123");
+        env->fake.setMatricola("QN", "41", "123");
         env->fake.setProperty("Azzeramenti", "7");
         gNome = QStringLiteral("Niccolò Rossi");
         gRagioneSociale = QStringList{"bar sport"};

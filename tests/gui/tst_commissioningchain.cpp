@@ -117,9 +117,7 @@ private Q_SLOTS:
         seen.clear();
         FileDialog::startRecording();
         SystemPrinters::useForTests({});
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "123");
+        env->fake.setMatricola("QN", "41", "123");
         env->fake.setProperty("ClosureState", "1");
         env->fake.setProperty("DateTime", "2026-03-05T10:00:00");
         env->fake.setProperty("Azzeramenti", "4");

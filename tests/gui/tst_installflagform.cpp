@@ -38,9 +38,7 @@ private Q_SLOTS:
     {
         env.emplace();
         InstallFlagForm::StandaloneMode = false;
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
+        env->fake.setMatricola("QN");
         refused.clear();
         flags = {{12, 1}, {26, 1}, {27, 1}};
         params = {{7, 12}, {8, 8}, {11, 1}};

@@ -24,9 +24,7 @@ class TestInstallHeaderForm : public QObject
 
     void printer(const QString &prefix, const QString &firmware)
     {
-        env->fake.setProperty("MatricolaPrefix", prefix);
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
+        env->fake.setMatricola(prefix);
         env->fake.setProperty("FirmwareVersion", firmware);
     }
     QString filePath() const { return env->folder.filePath("KX90ProgQN41100123.xml"); }
