@@ -1,7 +1,5 @@
-// Files the program writes survive the writer being killed at any moment: a
-// child process writes in a loop and is killed at random times; the file on
-// disk is then always one whole version, never a mix or a truncation. Logs
-// are appended to, and keep what they had.
+// Files survive their writer killed at any moment: settings are one whole
+// version, never a mix; logs only grow.
 #include "TestFiles.h"
 #include "settings/LogClass.h"
 #include "settings/XmlSettings.h"

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The sale keypad's rules without its window: key sequences against the
-// exact commands and arguments they send, the display and the messages they
-// leave, and the display after each key; the shut sale keys that outlive the keypad; the decimal key of two
-// locales; the learning mode and the resets of the totals.
+// The sale keypad's rules without its window: key sequences against the exact
+// commands, display and messages; locales, learning mode, resets of totals.
 #include "FakeFPControl.h"
 #include "printer/KelvoFPControl.h"
 #include "settings/Conversions.h"
@@ -30,13 +28,7 @@ struct Keypad
         model.tell = [this](const QString &text, bool warning) { told << (warning ? "warning " : "") + text; };
     }
     ~Keypad() { gFPControl = nullptr; }
-    QStringList sent() const
-    {
-        QStringList out;
-        for (const auto &c : fake.calls)
-            out << c.name + "(" + c.args.join(',') + ")";
-        return out;
-    }
+    QStringList sent() const { return fake.sent(); }
     // One token of a sequence: a key, or a change of the printer.
     void press(const QString &t)
     {

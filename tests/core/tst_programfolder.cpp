@@ -1,6 +1,5 @@
 // Where the program keeps its files: beside a portable or built executable,
-// in the user's own folder for an installed one, with the installed data
-// reachable from there as from beside the program.
+// else in the user's folder with the installed data reachable from there.
 #include "TestFiles.h"
 #include "settings/ProgramFolder.h"
 

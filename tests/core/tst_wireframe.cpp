@@ -10,12 +10,9 @@ namespace {
 QList<FrameDecoder::Event> decodeAll(const QByteArray &bytes, int chunk = 0)
 {
     FrameDecoder decoder;
-    if (chunk <= 0) {
-        decoder.feed(bytes);
-    } else {
-        for (qsizetype i = 0; i < bytes.size(); i += chunk)
-            decoder.feed(bytes.mid(i, chunk));
-    }
+    const qsizetype step = chunk > 0 ? chunk : bytes.size(); // 0: all at once
+    for (qsizetype i = 0; i < bytes.size(); i += step)
+        decoder.feed(bytes.mid(i, step));
     QList<FrameDecoder::Event> events;
     while (auto e = decoder.next())
         events.append(*e);

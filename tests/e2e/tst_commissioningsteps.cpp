@@ -1,8 +1,5 @@
-// The header step against the emulated printer over loopback TCP: the header
-// read back, programmed and printed on the next receipt at the model's width.
-// (A header refused until a closure, flags that change the printer's rules
-// and rounds that meet flags the printer does not have are the printer
-// model's rules and the screens' own tests on a scripted printer.)
+// The header step against the emulated printer: read back, programmed and
+// printed on the next receipt at the model's width.
 #include "EmulatorTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallHeaderForm.h"
@@ -19,11 +16,6 @@ class TestCommissioningSteps : public QObject
     std::optional<EmulatorTestEnv> env;
 
     Reply run(const char *name, const QList<QByteArray> &args) { return env->run(name, args); }
-    void sale()
-    {
-        QCOMPARE(run("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
-        QCOMPARE(run("PayReceipt", {"1", "", "0", "0", "0", "1"}).result, 0);
-    }
     // The receipt's lines above its "EURO" row.
     QStringList lastReceiptHead()
     {
@@ -81,7 +73,8 @@ private Q_SLOTS:
         QVERIFY(MsgBox::shownTexts().isEmpty());
         QVERIFY(env->roll().join('\n').contains("PROGRAMMAZIONE INTESTAZIONE"));
 
-        sale();
+        QCOMPARE(run("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
+        QCOMPARE(run("PayReceipt", {"1", "", "0", "0", "0", "1"}).result, 0);
         const int p = width == 40 ? 15 : 8; // the step's own centring: one blank short a side
         QCOMPARE(lastReceiptHead(), QStringList({QString(p, ' ') + "BAR SPORT" + QString(p, ' '),
                                                  ("VIA ROMA 1, " + QString(40, 'X')).left(width), "P.IVA 0123"}));

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The declarations and the booklet printed through a real CUPS scheduler of
-// the test's own (tests/support/private-cups.sh) onto CUPS-PDF queues, picked
-// in comboPrn as a technician does: each job comes out as an A4 PDF with its
-// pages, a Letter-only queue is not offered, and a queue that stops in the
-// middle of a job keeps the job until it is started again.
+// Declarations and booklet through a CUPS scheduler of the test's own
+// (support/private-cups.sh) onto CUPS-PDF queues picked in comboPrn.
 #include "FormTestEnv.h"
 #include "paperwork/InstallLibrettoFiscaleForm.h"
 #include "paperwork/PrintFoglioForm.h"
@@ -105,9 +102,7 @@ private Q_SLOTS:
     void init()
     {
         env.emplace();
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "123");
+        env->fake.setMatricola("QN", "41", "123");
         env->fake.setProperty("Azzeramenti", "7");
         gNome = QStringLiteral("Niccolò Rossi");
         gRagioneSociale = QStringList{"bar sport"};

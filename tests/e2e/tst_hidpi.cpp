@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Every screen at the scale the environment sets (QT_SCALE_FACTOR; the test
-// runs once per factor), against the emulated printer: it fits a 1280x720
-// desktop less a title bar and a panel, every widget lies inside its parent,
-// every button has room for its whole text, and every grid's columns are as
-// wide as their header and their widest cell.
+// Every screen at the scale QT_SCALE_FACTOR sets fits a 1280x720 desktop, and
+// its widgets, button texts and grid columns have room.
 #include "EmulatorTestEnv.h"
 #include "app/DataOraForm.h"
 #include "app/FiscordaForm.h"

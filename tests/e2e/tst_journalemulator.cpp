@@ -1,9 +1,5 @@
-// The journal screens against the emulated printer over the real control:
-// a journal written on several days and kept across a restart of the
-// printer, read back by date and by number exactly, accented text on the
-// wire, on the screen and in the file; the printer refusing a selection; the
-// card conditions and the format. (A read cut in the middle is the screen's
-// own test; a printer switched off between two commands, the control's.)
+// The journal screens against the emulated printer over the real control.
+// (A read cut in the middle: the screen's test; a printer off: the control's.)
 #include "DgfeSelection.h"
 #include "EmulatorTestEnv.h"
 #include "TestFiles.h"

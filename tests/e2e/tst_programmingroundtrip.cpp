@@ -1,8 +1,6 @@
 // The whole programming through the real control and the emulated printer:
-// read into the grids, saved to a file, opened again, and written into a
-// printer whose programming was changed meanwhile, which must end up as it
-// was. Also the printer that goes away in the middle of a restore (a read
-// with failed rows is the reading screen's own test).
+// read, saved, opened again and written into a printer changed meanwhile,
+// which must end up as it was; and a printer that goes away mid-restore.
 #include "EmulatorTestEnv.h"
 #include "printer/SharedState.h"
 #include "programming/XmlViewForm.h"
@@ -20,10 +18,9 @@ namespace {
 // not programming.
 PrinterMemory programming(PrinterMemory m)
 {
-    for (HeaderLine &h : m.header) {
+    for (HeaderLine &h : m.header)
         while (h.text.endsWith(QLatin1Char(' ')))
             h.text.chop(1);
-    }
     for (PromoRow &p : m.promos)
         p.total = Currency();
     return m;
@@ -47,11 +44,9 @@ void compareProgramming(const PrinterMemory &actual, const PrinterMemory &expect
 QStringList filledRows(const ProgrammingGrid &g)
 {
     QStringList rows;
-    for (int r = 1; r < g.rows(); ++r) {
-        const QStringList cells = g.row(r);
-        if (!cells.join(QString()).trimmed().isEmpty())
-            rows << cells.join(QLatin1Char('|'));
-    }
+    for (int r = 1; r < g.rows(); ++r)
+        if (!g.row(r).join(QString()).trimmed().isEmpty())
+            rows << g.row(r).join(QLatin1Char('|'));
     return rows;
 }
 

@@ -1,7 +1,4 @@
-// The core screens against the emulated printer, over the real control: the
-// speed search on a pseudo-terminal and the setup saved from the main form.
-// (The date rules are the printer model's; the date screen's answers to them
-// are its own test.)
+// The core screens against the emulated printer, over the real control.
 #include "EmulatorTestEnv.h"
 #include "app/FiscordaForm.h"
 #include "app/Main.h"

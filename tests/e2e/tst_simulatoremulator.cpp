@@ -1,8 +1,5 @@
-// The cash-register simulator against the emulated printer over the real
-// control: a whole receipt and what it prints, and the eight X reports. (What
-// the keypad does with a refusal or a dropped line, the learning mode and the
-// resets of the totals are the keypad model's test; the printer's refusals
-// its model's.)
+// The cash-register simulator against the emulated printer: a whole receipt
+// as printed and the eight X reports (the key rules: the keypad model's test).
 #include "EmulatorTestEnv.h"
 #include "settings/Conversions.h"
 #include "simulator/KelvoFpSimulaForm.h"

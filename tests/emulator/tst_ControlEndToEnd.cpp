@@ -1,9 +1,5 @@
-// The program's control talking to the emulator over real loopback TCP and
-// over a pseudo-terminal: answers, refusals and accented text both ways, a
-// receipt and its journal read back, and a printer switched off and on
-// again between two commands. Each result code against each line fault is
-// the control's own test (a scripted printer); what each fault switch puts
-// on the wire is the emulator's.
+// The program's control talking to the emulator over loopback TCP and a
+// pseudo-terminal (result codes per line fault: the control's own test).
 
 #include "EmulatorTestKit.h"
 

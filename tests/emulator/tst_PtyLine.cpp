@@ -2,6 +2,7 @@
 // only at its own line settings, hung up by a power off.
 
 #include "EmulatorTestKit.h"
+#include "TestFiles.h"
 
 #include "emulator/LineSettings.h"
 
@@ -181,9 +182,7 @@ private Q_SLOTS:
         }
         QVERIFY(!QFileInfo(link).exists() && !QFileInfo(link).isSymLink());
 
-        QFile plain(link);
-        QVERIFY(plain.open(QIODevice::WriteOnly));
-        plain.close();
+        TestFiles::writeFile(link, "");
         EmulatorServer emu{EmulatorConfig()};
         QVERIFY(emu.start());
         QString error;

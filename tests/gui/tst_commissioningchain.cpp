@@ -1,7 +1,5 @@
-// The commissioning from "Messa in servizio" to "Messa in servizio
-// terminata": each step opens the next from its forward button with the
-// next one's mode set, after it has gone itself; the customer's step keeps
-// what was given, in the shared data and in the printer's file.
+// The commissioning chain: each step opens the next in its mode after it has
+// gone; the customer's step keeps what was given.
 #include "FormTestEnv.h"
 #include "TestFiles.h"
 #include "app/DataOraForm.h"
@@ -119,9 +117,7 @@ private Q_SLOTS:
         seen.clear();
         FileDialog::startRecording();
         SystemPrinters::useForTests({});
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "123");
+        env->fake.setMatricola("QN", "41", "123");
         env->fake.setProperty("ClosureState", "1");
         env->fake.setProperty("DateTime", "2026-03-05T10:00:00");
         env->fake.setProperty("Azzeramenti", "4");

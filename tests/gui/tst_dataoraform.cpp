@@ -1,6 +1,5 @@
-// The date screen: the clock read at load in both roles, the closure that
-// setting the date may demand, the confirmation without leading zeros, and
-// the commissioning's refusal to go on until the date is programmed.
+// The date screen: the clock read in both roles, the closure a date may
+// demand, the confirmation, the commissioning's refusal to go on.
 #include "FormTestEnv.h"
 #include "app/DataOraForm.h"
 

@@ -1,6 +1,5 @@
-// The journal change wizard: the rules of its tab strip whether the
-// technician uses the buttons or clicks the tabs, the printer-off probe, the
-// second step's texts and pictures per model, and the format step.
+// The journal change wizard: its tab strip, the printer-off probe, the second
+// step per model, the format step.
 #include "FormTestEnv.h"
 #include "journal/GiornaleStepForm.h"
 
@@ -26,12 +25,6 @@ class TestGiornaleStepForm : public QObject
         QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(index).center());
     }
     void printerOn(bool on) { env->fake.setDefaultResult("ReadDateTime", on ? 0 : 1); }
-    void serial(const char *prefix)
-    {
-        env->fake.setProperty("MatricolaPrefix", prefix);
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
-    }
     static void writePicture(const QString &folder, const QString &file, const QColor &colour)
     {
         QDir().mkpath(folder);
@@ -49,7 +42,7 @@ private Q_SLOTS:
     void init()
     {
         env.emplace();
-        serial("QN");
+        env->fake.setMatricola("QN");
         env->fake.setProperty("DgfeNumber", "4");
     }
     void cleanup() { env.reset(); }
@@ -138,7 +131,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, prefix);
         QFETCH(QString, folder);
-        serial(prefix.constData());
+        env->fake.setMatricola(prefix.constData());
         // Each model's folder holds a picture of its own colour; the
         // insertion picture is missing everywhere.
         const QList<std::pair<QString, QColor>> colours{{"KX90", Qt::red}, {"KX90II", Qt::green}, {"KX81", Qt::blue}};

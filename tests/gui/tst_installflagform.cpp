@@ -1,6 +1,4 @@
-// The flag screen against a scripted printer: the reading passes, what AVANTI
-// sends and records, the round that stops at the first refused write, the
-// range check on leaving a field, the blank customer lines of the chain.
+// The flag screen against a scripted printer.
 #include "FormTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallFlagForm.h"
@@ -40,9 +38,7 @@ private Q_SLOTS:
     {
         env.emplace();
         InstallFlagForm::StandaloneMode = false;
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
+        env->fake.setMatricola("QN");
         refused.clear();
         flags = {{12, 1}, {26, 1}, {27, 1}};
         params = {{7, 12}, {8, 8}, {11, 1}};

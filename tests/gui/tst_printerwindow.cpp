@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The training printer's window against its real printer, with Fiscorda's
-// simulator and control on the other end of the line: what is rung up is on
-// the roll as on the paper file, a fault switched in the window reaches the
-// control and goes again, bad settings leave a message and a usable window,
-// and the roll keeps a bounded number of lines.
+// simulator and control on the other end of the line.
 #include "EmulatorTestEnv.h"
+#include "TestFiles.h"
 #include "emulator/window/PaperRollView.h"
 #include "emulator/window/PrinterWindow.h"
 #include "settings/Conversions.h"
@@ -32,17 +30,6 @@ quint16 freePort()
             return port;
     }
     return 0;
-}
-
-QStringList fileLines(const QString &path)
-{
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return {};
-    QStringList lines = QString::fromUtf8(f.readAll()).split(QLatin1Char('\n'));
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
-    return lines;
 }
 
 } // namespace
@@ -103,7 +90,7 @@ private Q_SLOTS:
         }
         QCOMPARE(MsgBox::shownTexts(), QStringList());
         w->flush();
-        const QStringList paper = fileLines(settings.effectivePaperPath());
+        const QStringList paper = QString::fromUtf8(TestFiles::contentOf(settings.effectivePaperPath()).chopped(1)).split('\n');
         QVERIFY(paper.size() > 10);
         QCOMPARE(w->roll()->lines(), paper);
         QVERIFY(paper.contains(QStringLiteral("STORNO")));
@@ -156,14 +143,11 @@ private Q_SLOTS:
         QFETCH(QString, says);
         QTcpServer holder;
         if (what == "state") {
-            QFile f(settings.statePath);
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.write("{ not a printer");
+            TestFiles::writeFile(settings.statePath, "{ not a printer");
         } else if (what == "port") {
             QVERIFY(holder.listen(QHostAddress::LocalHost, settings.tcpPort));
         } else if (what == "pty") {
-            QFile file(env->folder.filePath(QStringLiteral("COM7"))); // not a link: left alone
-            QVERIFY(file.open(QIODevice::WriteOnly));
+            TestFiles::writeFile(env->folder.filePath(QStringLiteral("COM7")), ""); // not a link: left alone
             settings.usePty = true;
             settings.comNumber = 7;
         } else {
@@ -174,9 +158,7 @@ private Q_SLOTS:
         if (what == "state") {
             const QStringList aside = QDir(env->folder.path()).entryList({QStringLiteral("state.json.damaged-*")});
             QCOMPARE(aside.size(), 1);
-            QFile kept(QDir(env->folder.path()).filePath(aside[0]));
-            QVERIFY(kept.open(QIODevice::ReadOnly));
-            QCOMPARE(kept.readAll(), QByteArray("{ not a printer"));
+            QCOMPARE(TestFiles::contentOf(env->folder.filePath(aside[0])), QByteArray("{ not a printer"));
         }
         // Still usable: the settings put right bring the printer up.
         holder.close();

@@ -1,7 +1,4 @@
-// The programming file: the exact bytes a known programming gives (sections,
-// attribute order, names, versions), the names a save dialog's answer turns
-// into, what the loaders make of odd files, the locale of the numbers, and
-// files that are broken or cannot be written.
+// The programming file: exact bytes, names, odd and broken files, locales.
 #include "FormTestEnv.h"
 #include "TestFiles.h"
 #include "programming/ProgrammingFile.h"
@@ -120,8 +117,7 @@ private Q_SLOTS:
     }
     void cleanup()
     {
-        Conv::setLocaleForTests(QLocale::system());
-        QLocale::setDefault(QLocale::system());
+        useLocale(QLocale::system());
         env.reset();
     }
 
@@ -281,7 +277,7 @@ private Q_SLOTS:
     void savesThatFail()
     {
         // A folder that is a file: no user, root included, can write there.
-        TestFiles::writeFile(env->folder.filePath("blocked"), "x");
+        writeFile(env->folder.filePath("blocked"), "x");
         ProgrammingFile blocked("prog", env->folder.filePath("blocked"));
         saveAll(blocked, knownProgramming());
         QVERIFY(blocked.saveFailed());

@@ -201,10 +201,7 @@ private Q_SLOTS:
         const ProgrammingTable &t = Table(id);
         const int16_t n = t.numberedByPosition ? 2 : CellInteger(cells[0]).value();
         const int16_t result = WriteRow(fake, t, n, cells);
-        QStringList calls;
-        for (const auto &c : fake.calls)
-            calls << c.name + "(" + c.args.join('|') + ")";
-        QCOMPARE(calls.join(' '), sent);
+        QCOMPARE(fake.sent('|').join(' '), sent);
         QCOMPARE(result, int16_t(0));
     }
 

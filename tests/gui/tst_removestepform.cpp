@@ -1,7 +1,5 @@
-// The decommissioning wizard: the tabs refuse a step left undone or a jump,
-// with one message each time; the closure and the fiscal memory print count
-// only while their last press succeeded (or the control was busy); the
-// module and the booklet's instructions open in their roles.
+// The decommissioning wizard: its tab rules, the printer steps, the screens
+// of the sixth step.
 #include "FormTestEnv.h"
 #include "decommissioning/RemoveStepForm.h"
 #include "paperwork/InstallLibrettoFiscaleForm.h"

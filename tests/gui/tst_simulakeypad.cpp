@@ -1,7 +1,4 @@
-// The sale keypad's window: every key wired to its rule (the rules
-// themselves are tested on the model), the physical keyboard, the keys the
-// lock leaves alive, the menus and the screens the keys open; and the eight
-// X reports.
+// The sale keypad's window (its rules are the model's test) and the X reports.
 #include "FormTestEnv.h"
 #include "app/DataOraForm.h"
 #include "commissioning/InstallFlagForm.h"
@@ -25,14 +22,6 @@ using Form = KelvoFpSimulaForm;
 using Key = KeypadModel::Key;
 
 static const QString kCloseReceipt = "Errore del registratore di cassa: CHIUDERE LO SCONTRINO.\r\n";
-
-static QStringList sent(const FakeFPControl &fake)
-{
-    QStringList out;
-    for (const auto &c : fake.calls)
-        out << c.name + "(" + c.args.join(',') + ")";
-    return out;
-}
 
 class TestSimulaKeypad : public QObject
 {
@@ -79,7 +68,7 @@ private Q_SLOTS:
             KeypadModel bare;
             for (Key k : figure + QList{key})
                 bare.press(k);
-            const QStringList expected = sent(env->fake);
+            const QStringList expected = env->fake.sent();
             env->fake.clearCalls();
             KeypadModel::PaymentOpen = false;
             Form form;
@@ -88,7 +77,7 @@ private Q_SLOTS:
             auto *button = form.findChild<QPushButton *>(name);
             QVERIFY2(button, qPrintable(name));
             button->click();
-            QCOMPARE(sent(env->fake), expected);
+            QCOMPARE(env->fake.sent(), expected);
             QCOMPARE(form.txtDisplay->text(), bare.Display);
             QVERIFY2(!expected.isEmpty() || bare.Display != "2", qPrintable(name)); // the key did something
             env->fake.clearCalls();
@@ -105,7 +94,7 @@ private Q_SLOTS:
         QTest::keyClick(form.txtDescProd, Qt::Key_Return); // ends the typing, pays nothing
         QTest::keyClick(&form, Qt::Key_F1, Qt::ShiftModifier);
         QTest::keyClick(&form, Qt::Key_Enter);
-        QCOMPARE(sent(env->fake), QStringList({"SellReparto(1,3,REP 2,25000,2,1)", "StornoReparto(1,12,1,70000,1,1)",
+        QCOMPARE(env->fake.sent(), QStringList({"SellReparto(1,3,REP 2,25000,2,1)", "StornoReparto(1,12,1,70000,1,1)",
                                                "PayReceipt(1,Contante,0,0,0,1)"}));
         QTest::keyClick(&form, Qt::Key_4);
         QTest::keyClick(&form, Qt::Key_Delete);
@@ -160,8 +149,7 @@ private Q_SLOTS:
 
         form.mnuResetTotPLU->trigger();
         form.mnuResetTotPromoTable->trigger();
-        QCOMPARE(env->fake.count("ResetTotalePlu"), 1000);
-        QCOMPARE(env->fake.count("ResetTotalePromo"), 3);
+        QCOMPARE(env->fake.calls.size(), 1003); // which ones: the keypad model's test
         const auto shown = MsgBox::shown();
         QCOMPARE(shown.size(), 6);
         QCOMPARE(shown[0].text, QStringLiteral("Si proprio sicuro di voler resettare il totale dei PLU"));
@@ -235,7 +223,7 @@ private Q_SLOTS:
         env->fake.setProperty("ErrorCode", "23");
         env->fake.queueResult("PrintXRepartoGiorno", -1);
         form.btnRepGio->click();
-        QCOMPARE(sent(env->fake), QStringList({"PrintXFinanziarioGiorno(1)", "PrintXFinanziarioPeriodo(1)", "PrintXOrarioGiorno(1)",
+        QCOMPARE(env->fake.sent(), QStringList({"PrintXFinanziarioGiorno(1)", "PrintXFinanziarioPeriodo(1)", "PrintXOrarioGiorno(1)",
                                                "PrintXOrarioPeriodo(1)", "PrintXOperatoreGiorno(1,1)", "PrintXRepartoPeriodo(1,1)",
                                                "PrintXOperatorePeriodo(1,0)", "PrintXRepartoGiorno(1,40)"}));
         QCOMPARE(MsgBox::shownTexts(), QStringList{kCloseReceipt});

@@ -1,6 +1,5 @@
-// Start-up as the technician meets it: the one message and the setup when no
-// printer answers, the settings read at the start, the second instance sent
-// away untouched; and the main form's roads to the setup and the date screen.
+// Start-up as the technician meets it, and the main form's roads to the setup
+// and the date screen.
 #include "FormTestEnv.h"
 #include "app/DataOraForm.h"
 #include "app/FiscordaForm.h"

@@ -15,6 +15,14 @@ QStringList FakeFPControl::callNames() const
     return names;
 }
 
+QStringList FakeFPControl::sent(QChar separator) const
+{
+    QStringList out;
+    for (const Call &c : calls)
+        out.append(c.name + '(' + c.args.join(separator) + ')');
+    return out;
+}
+
 int FakeFPControl::count(const QString &name) const
 {
     int n = 0;

@@ -28,6 +28,14 @@ public:
     // Returning nothing falls through to the default result.
     std::function<std::optional<int16_t>(const Call &, FakeFPControl &)> handler;
 
+    // What ReadMatricola answers.
+    void setMatricola(const QString &prefix, const QString &model = "41", const QString &number = "100123")
+    {
+        setProperty("MatricolaPrefix", prefix);
+        setProperty("MatricolaModel", model);
+        setProperty("MatricolaNumber", number);
+    }
+
     bool busy = false;
     bool comPortOpens = true;   // what OpenComPort achieves
     int32_t openTcpResult = 0;  // what OpenTcp returns; 0 also opens
@@ -35,6 +43,7 @@ public:
     // Record
     QList<Call> calls;
     QStringList callNames() const;
+    QStringList sent(QChar separator = u',') const; // "Name(arg,arg)" per call
     int count(const QString &name) const;
     QList<Call> callsOf(const QString &name) const;
     void clearCalls() { calls.clear(); }

@@ -1,22 +1,15 @@
 #!/bin/sh
 # SPDX-License-Identifier: GPL-3.0-or-later
-# A CUPS scheduler of a test's own, in a folder of its own: its own
-# configuration, spool, logs and local socket; no system service is touched.
-#
-#   private-cups.sh start <folder>   start it and add the queues below; prints
-#                                    the socket to put in CUPS_SERVER
-#   private-cups.sh stop <folder>    stop it
-#
-# Queues, all with the CUPS-PDF driver (its PPD, told to make copies as
-# pages, so that each copy shows in the PDF):
-#   Fiscorda_A4       A4 paper; every job comes out as <folder>/out/job-<id>.pdf
-#   Fiscorda_Letter   Letter paper only
-#   Fiscorda_Ferma    A4; while <folder>/out/stop exists the backend stops the
-#                     queue in the middle of the job (the job stays queued)
-# The backend is this folder's pdf-out, which does what the cups-pdf backend
-# does (Ghostscript turns the driver's PostScript into a PDF) but writes into
-# the test's folder: cups-pdf itself must run as root and writes where the
-# system's /etc/cups/cups-pdf.conf says.
+# A CUPS scheduler of a test's own in <folder> (configuration, spool, logs,
+# local socket); no system service is touched.
+#   private-cups.sh start <folder>   prints the socket to put in CUPS_SERVER
+#   private-cups.sh stop <folder>
+# Queues on the CUPS-PDF driver's PPD (copies made as pages):
+#   Fiscorda_A4 (jobs come out as <folder>/out/job-<id>.pdf), Fiscorda_Letter,
+#   Fiscorda_Ferma (A4; while <folder>/out-ferma/stop exists the queue stops
+#   in the middle of the job, which stays queued).
+# The backend pdf-out does what cups-pdf does (Ghostscript) but writes into the
+# test's folder: cups-pdf runs as root and writes where the system says.
 set -eu
 cmd=$1
 dir=$(cd "$2" && pwd)
@@ -27,9 +20,9 @@ stop() {
   if [ -f "$dir/cupsd.pid" ]; then
     pid=$(cat "$dir/cupsd.pid")
     kill "$pid" 2>/dev/null || true
-    # Gone before the folder is: it writes its state on the way out.
+    # Gone before the folder is (it writes its state on the way out); a
+    # zombie waiting for its reaper has gone too.
     i=0
-    # (A zombie waiting for its reaper has gone too.)
     while [ $i -lt 100 ]; do
       state=$(ps -o stat= -p "$pid" 2>/dev/null || true)
       case "$state" in "" | Z*) break ;; esac
