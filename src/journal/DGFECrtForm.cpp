@@ -291,8 +291,9 @@ void DGFECrtForm::btnSalvaSuFile_Click()
 {
     const QString proposed =
         QDir(ProgramFolder()).filePath(QStringLiteral("DGFE_") + GetMatricola() + QStringLiteral(".log"));
-    const std::optional<QString> chosen =
-        FileDialog::save(this, QStringLiteral("Salva su file"), proposed, QStringLiteral("*.log"));
+    // An existing file is started anew without a question.
+    const std::optional<QString> chosen = FileDialog::save(this, QStringLiteral("Salva su file"), proposed,
+                                                           QStringLiteral("*.log"), FileDialog::Existing::Replace);
     if (!chosen || chosen->isEmpty())
         return;
 

@@ -135,9 +135,11 @@ void PrintFoglioForm::btnPrintFile_Click()
 {
     const QString proposed = DeclarationPage::proposedName(PrintMode, GetMatricola(), QStringLiteral(".txt"));
     // A cancel keeps the name that stood in the dialog: the file is written
-    // all the same, beside the program.
-    const std::optional<QString> chosen = FileDialog::save(this, QStringLiteral("Stampa su file"), proposed,
-                                                           QStringLiteral("File di testo (*.txt)"));
+    // all the same, beside the program. An existing file is replaced without
+    // a question.
+    const std::optional<QString> chosen =
+        FileDialog::save(this, QStringLiteral("Stampa su file"), proposed, QStringLiteral("File di testo (*.txt)"),
+                         FileDialog::Existing::Replace);
     OutputFileName = chosen ? *chosen : QDir(ProgramFolder()).filePath(proposed);
     PrintToFile = true;
     composePage();
