@@ -2,6 +2,7 @@
 
 #include "FiscordaForm.h"
 #include "settings/RunTimeError.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 
 #include <QLibraryInfo>
@@ -15,6 +16,7 @@ FiscordaApplication::FiscordaApplication(int &argc, char **argv) : QApplication(
 {
     setApplicationName(QStringLiteral("Fiscorda"));
     setApplicationVersion(ProgramVersionText());
+    DialogKeys::install();
     // Qt's own texts (file dialogs, date pickers, context menus) in Italian,
     // like the rest of the interface, when the translations are installed.
     auto *translator = new QTranslator(this);

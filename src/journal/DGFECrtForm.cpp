@@ -73,8 +73,6 @@ DGFECrtForm::DGFECrtForm(QWidget *parent)
     CmdStop = named(new QPushButton(QStringLiteral("STOP"), this), "CmdStop");
     btnSalvaSuFile = named(new QPushButton(QStringLiteral("SALVA SU FILE"), this), "btnSalvaSuFile");
     btnOk = named(new QPushButton(QStringLiteral("CHIUDI"), this), "btnOk");
-    for (QPushButton *b : {Command1, CmdPausa, CmdStop, btnSalvaSuFile, btnOk})
-        b->setAutoDefault(false);
 
     auto *selection = new QGridLayout;
     selection->addWidget(lblDataIni, 0, 0);

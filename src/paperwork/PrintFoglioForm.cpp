@@ -7,6 +7,7 @@
 #include "settings/Conversions.h"
 #include "settings/ProgramFolder.h"
 #include "settings/RunTimeError.h"
+#include "ui/DialogKeys.h"
 #include "ui/FileDialog.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
@@ -37,6 +38,8 @@ struct WaitCursor
 PrintFoglioForm::PrintFoglioForm(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("PrintFoglioForm"));
+    // The declaration ends the commissioning (1) or the decommissioning (2).
+    DialogKeys::ignoreEscape(this, PrintMode != 3);
     setWindowTitle(QStringLiteral("Ufficio Entrate"));
 
     lblSelPrn = named(new QLabel(QStringLiteral("Selezionare la stampante (A4)"), this), "lblSelPrn");

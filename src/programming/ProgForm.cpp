@@ -9,6 +9,7 @@
 #include "printer/PrinterIdentity.h"
 #include "settings/Conversions.h"
 #include "settings/XmlSettings.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 #include "ui/ReportResult.h"
@@ -96,6 +97,7 @@ QComboBox *numberList(const char *name, QWidget *parent)
 ProgForm::ProgForm(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("ProgForm"));
+    DialogKeys::ignoreEscape(this, WizardMode);
     setWindowTitle(QStringLiteral("Programmazione"));
 
     lblProg = named(new QLabel(this), "lblProg");
@@ -124,8 +126,6 @@ ProgForm::ProgForm(QWidget *parent) : QDialog(parent)
     btnIva = named(new QPushButton(QStringLiteral("Modifica valori IVA predefiniti"), this), "btnIva");
     btnAdd = named(new QPushButton(QStringLiteral("Memorizza riga corrente"), this), "btnAdd");
     btnOK = named(new QPushButton(QStringLiteral("OK"), this), "btnOK");
-    for (QPushButton *b : {btnIva, btnAdd, btnOK})
-        b->setAutoDefault(false);
 
     auto *fields = new QFormLayout;
     fields->addRow(lblDesc, txtDesc);

@@ -120,8 +120,6 @@ XmlViewForm::XmlViewForm(QWidget *parent)
     auto *buttons = new QHBoxLayout;
     btnPrgSave = named(new QPushButton(this), "btnPrgSave");
     btnOk = named(new QPushButton(QStringLiteral("CHIUDI"), this), "btnOk");
-    btnPrgSave->setAutoDefault(false);
-    btnOk->setAutoDefault(false);
     buttons->addWidget(btnPrgSave);
     buttons->addStretch(1);
     buttons->addWidget(btnOk);
