@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DialogKeys.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QColorDialog>
 #include <QDialog>
@@ -12,9 +11,20 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QProgressDialog>
+#include <QPushButton>
 
 namespace {
 const char *const kIgnoresEscape = "fiscordaIgnoresEscape";
+
+// Qt presses a dialog's default button on Enter, and a push button becomes
+// the default when it takes the focus unless it is told otherwise.
+void NoDefaultButton(QDialog *dialog)
+{
+    for (QPushButton *button : dialog->findChildren<QPushButton *>()) {
+        button->setAutoDefault(false);
+        button->setDefault(false);
+    }
+}
 
 bool IsQtsOwn(const QDialog *dialog)
 {
@@ -43,22 +53,28 @@ void DialogKeys::ignoreEscape(QDialog *dialog, bool ignore)
 
 bool DialogKeys::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
-        return false;
-    const int key = static_cast<QKeyEvent *>(event)->key();
-    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (!enter && key != Qt::Key_Escape)
+    const QEvent::Type type = event->type();
+    if ((type != QEvent::KeyPress && type != QEvent::Show) || !watched->isWidgetType())
         return false;
     auto *widget = static_cast<QWidget *>(watched);
     auto *dialog = qobject_cast<QDialog *>(widget->window());
     if (!dialog || IsQtsOwn(dialog))
         return false;
-    // A key press goes to the field first and then up to the form; only
-    // what no field has taken reaches the form, where Qt would press the
-    // default button or reject the dialog.
-    if (enter)
-        return widget == dialog || qobject_cast<QAbstractButton *>(widget);
-    if (widget != dialog)
+    if (type == QEvent::Show) {
+        if (widget == dialog)
+            NoDefaultButton(dialog); // before the dialog picks one as it shows
+        return false;
+    }
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        // The key goes its way, to the field and up to the form, which may
+        // give it a meaning of its own; there is just no button to press.
+        NoDefaultButton(dialog);
+        return false;
+    }
+    // A key press goes to the field first and then up to the form; only an
+    // Esc that no field has taken (a list's popup, an editor) reaches it.
+    if (key != Qt::Key_Escape || widget != dialog)
         return false;
     if (!dialog->property(kIgnoresEscape).toBool())
         dialog->close();

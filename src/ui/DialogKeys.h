@@ -9,7 +9,8 @@ class QDialog;
 // the whole application:
 // - Enter presses no button. Qt would press a dialog's default button (the
 //   first push button unless told otherwise) from any field; no button of
-//   the program has that key.
+//   the program has that key. A form that reads the key itself (the sale
+//   keypad) still gets it.
 // - Esc is the close box: it closes the form the way its close box does. A
 //   form that is a step of a procedure the law prescribes (the commissioning
 //   chain, the two wizards) ignores it instead, so a stray key cannot end
