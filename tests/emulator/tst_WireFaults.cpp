@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(kinds(c.collect(4000, 1)), QList<Kind>{Kind::Ack});
         QVERIFY(t.elapsed() < 1500);
         QCOMPARE(kinds(c.collect(4000, 1)), QList<Kind>{Kind::Frame});
-        QVERIFY(t.elapsed() >= 1990);
+        QVERIFY(t.elapsed() >= 1800); // a coarse timer may fire up to 5% early
     }
 
     void powerOffDropsAndRefusesConnections()

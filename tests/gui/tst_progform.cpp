@@ -8,6 +8,7 @@
 #include "printer/SharedState.h"
 #include "programming/GridView.h"
 #include "programming/ProgForm.h"
+#include "settings/Conversions.h"
 #include "programming/ProgrammingGridModel.h"
 
 #include <QComboBox>
@@ -105,6 +106,7 @@ private Q_SLOTS:
     void init()
     {
         env.emplace();
+        Conv::setLocaleForTests(QLocale::c()); // the numbers below are written so
         printer = Printer();
         printer.attach(env->fake);
         gMaxNReparti = 40;
