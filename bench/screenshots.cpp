@@ -34,12 +34,16 @@
 #include "paperwork/InstallLibrettoFiscaleForm.h"
 #include "paperwork/PrintFoglioForm.h"
 #include "decommissioning/RemoveStepForm.h"
+#include "emulator/window/PrinterWindow.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QTcpServer>
 #include <QPixmap>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -90,6 +94,66 @@ Shot shot(const char *name, std::function<void()> before = {})
                     before();
                 return static_cast<QWidget *>(new Form(nullptr));
             }};
+}
+
+// The training printer's window beside the simulator, a receipt rung up on
+// the one and printed on the other: PrinterWindow.png.
+bool trainingPrinterShot(KelvoProtocolControl &control, const QString &folder)
+{
+    WindowSettings settings;
+    settings.statePath = QDir(ProgramFolder()).filePath(QStringLiteral("printer-state.json"));
+    settings.tcpPort = 0;
+    for (quint16 port = quint16(23000 + QCoreApplication::applicationPid() % 5000); port < 32767 && !settings.tcpPort; ++port) {
+        QTcpServer probe;
+        if (probe.listen(QHostAddress::LocalHost, port))
+            settings.tcpPort = port;
+    }
+    PrinterWindow window(settings);
+    window.resize(1000, 720);
+    window.show();
+    control.CloseTcp();
+    control.setTcpPort(int16_t(settings.tcpPort));
+    if (control.OpenTcp() != 0) {
+        out() << "PrinterWindow: the control cannot reach it" << Qt::endl;
+        return false;
+    }
+    // A standard logo at the receipt's head, printed as its picture.
+    QFile logo(QDir(ProgramFolder()).filePath(QStringLiteral("LoghiStandard/02_pasqua_60.bin")));
+    if (logo.open(QIODevice::ReadOnly)) {
+        const QByteArray bytes = logo.readAll();
+        window.withPrinter([&bytes](EmulatorServer &p) {
+            p.execute("LoadLogoFile", {bytes});
+            p.execute("WriteParam", {"9", "2"});
+        });
+    }
+    KelvoFpSimulaForm simulator(nullptr);
+    simulator.show();
+    settle(200);
+    for (const QString &t : QStringLiteral("2 , 5 0 btnRep_0 3 x 1 , 2 btnRep_1 0 , 3 btnAbbuonoMenoVal_0 "
+                                           "4 btnRep_3 4 btnStorno_3 1 0 btnContante").split(QLatin1Char(' '))) {
+        if (t.size() == 1 && t[0].isDigit())
+            simulator.btnTastiera[t == QLatin1String("0") ? 9 : t.toInt() - 1]->click();
+        else if (t == QLatin1String(","))
+            simulator.btnDecimali->click();
+        else if (t == QLatin1String("x"))
+            simulator.btnMoltiplicatoreProd->click();
+        else if (auto *b = simulator.findChild<QPushButton *>(t))
+            b->click();
+    }
+    window.flush();
+    settle(300);
+    const QPixmap left = simulator.grab(), right = window.grab();
+    QPixmap both(left.width() + right.width() + 16, qMax(left.height(), right.height()));
+    both.fill(QColor(0xde, 0xe2, 0xe8));
+    {
+        QPainter p(&both);
+        p.drawPixmap(0, 0, left);
+        p.drawPixmap(left.width() + 16, 0, right);
+    }
+    const bool saved = both.save(QDir(folder).filePath(QStringLiteral("PrinterWindow.png")), "PNG", 9);
+    out() << "PrinterWindow: " << both.width() << "x" << both.height() << (saved ? "" : "  NOT SAVED") << Qt::endl;
+    control.CloseTcp();
+    return saved;
 }
 
 } // namespace
@@ -206,6 +270,7 @@ int main(int argc, char **argv)
         form.reset();
         settle(20);
     }
+    failures += trainingPrinterShot(control, folder) ? 0 : 1;
     gFPControl = nullptr;
     return failures == 0 ? 0 : 1;
 }

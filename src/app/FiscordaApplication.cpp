@@ -1,5 +1,6 @@
 #include "FiscordaApplication.h"
 
+#include "AppIcons.h"
 #include "FiscordaForm.h"
 #include "settings/RunTimeError.h"
 #include "ui/DialogKeys.h"
@@ -17,6 +18,8 @@ FiscordaApplication::FiscordaApplication(int &argc, char **argv) : QApplication(
     setApplicationName(QStringLiteral("Fiscorda"));
     setApplicationVersion(ProgramVersionText());
     DialogKeys::install();
+    // Every window's title bar and the task switcher show the program's icon.
+    setWindowIcon(AppIcon("fiscorda"));
     // Qt's own texts (file dialogs, date pickers, context menus) in Italian,
     // like the rest of the interface, when the translations are installed.
     auto *translator = new QTranslator(this);

@@ -1,5 +1,7 @@
 #include "FiscordaForm.h"
 
+#include "AppIcons.h"
+
 #include "DataOraForm.h"
 #include "SetupPrnForm.h"
 #include "SplashForm.h"
@@ -23,18 +25,17 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QStyle>
 #include <QVBoxLayout>
 
 namespace {
 FiscordaForm *g_mainForm = nullptr;
 
-QPushButton *bigButton(QWidget *parent, const char *name, const QString &caption, QStyle::StandardPixmap icon)
+QPushButton *bigButton(QWidget *parent, const char *name, const QString &caption, const char *icon)
 {
     auto *b = new QPushButton(caption, parent);
     b->setObjectName(QLatin1String(name));
-    b->setIcon(parent->style()->standardIcon(icon));
-    b->setIconSize(QSize(32, 32));
+    b->setIcon(AppIcon(icon));
+    b->setIconSize(QSize(40, 40));
     b->setMinimumSize(220, 90);
     QFont f = b->font();
     f.setPointSize(f.pointSize() + 2);
@@ -71,14 +72,25 @@ FiscordaForm::FiscordaForm(KelvoFPControl *control, QWidget *parent)
     layout->addWidget(LabelModelloCassa);
 
     auto *grid = new QGridLayout;
-    btnInstall = bigButton(central, "btnInstall", QStringLiteral("Messa in servizio"), QStyle::SP_DialogApplyButton);
-    btnRemove = bigButton(central, "btnRemove", QStringLiteral("Disinstallazione"), QStyle::SP_TrashIcon);
-    btnDGFE = bigButton(central, "btnDGFE", QStringLiteral("Giornale Elettronico DGFE"), QStyle::SP_FileDialogDetailedView);
-    btnSimul = bigButton(central, "btnSimul", QStringLiteral("Simulatore"), QStyle::SP_ComputerIcon);
+    btnInstall = bigButton(central, "btnInstall", QStringLiteral("Messa in servizio"), "install");
+    btnRemove = bigButton(central, "btnRemove", QStringLiteral("Disinstallazione"), "remove");
+    btnDGFE = bigButton(central, "btnDGFE", QStringLiteral("Giornale Elettronico DGFE"), "journal");
+    btnSimul = bigButton(central, "btnSimul", QStringLiteral("Simulatore"), "simulator");
     grid->addWidget(btnInstall, 0, 0);
     grid->addWidget(btnRemove, 0, 1);
     grid->addWidget(btnDGFE, 1, 0);
     grid->addWidget(btnSimul, 1, 1);
+    // Two columns of one width, so that the longest caption does not widen
+    // its own column alone; room around and between the buttons.
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
+    int widest = 0;
+    for (const QPushButton *b : {btnInstall, btnRemove, btnDGFE, btnSimul})
+        widest = qMax(widest, b->sizeHint().width() + 24);
+    grid->setColumnMinimumWidth(0, widest);
+    grid->setColumnMinimumWidth(1, widest);
+    grid->setSpacing(12);
+    grid->setContentsMargins(12, 12, 12, 12);
     layout->addLayout(grid);
     btnEsci = new QPushButton(QStringLiteral("ESCI"), central);
     btnEsci->setObjectName(QStringLiteral("btnEsci"));

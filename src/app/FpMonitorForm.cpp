@@ -113,6 +113,10 @@ FpMonitorForm::FpMonitorForm(QWidget *parent) : QDialog(parent)
     hw->addWidget(lblMem, 1, 1);
     hw->addWidget(Label1, 2, 0);
     hw->addWidget(lblCpu, 2, 1);
+    // The fields take the frame's width; the captions keep just their own.
+    hw->setColumnStretch(1, 1);
+    statePrn->setColumnStretch(1, 1);
+    stateDgfe->setColumnStretch(1, 1);
 
     btnOk = new QPushButton(QStringLiteral("CHIUDI"), this);
     btnOk->setObjectName(QStringLiteral("btnOk"));

@@ -23,6 +23,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QtMath>
 #include <QVBoxLayout>
 
 namespace {
@@ -39,6 +40,22 @@ QListWidget *newIconList(QWidget *parent, const char *name)
     list->setSpacing(4);
     list->setMinimumWidth(260);
     return list;
+}
+
+// The logos are one-bit pictures whose every dot counts: they are shown
+// scaled by a whole factor of the screen's pixels, without smoothing, so that
+// each dot of the logo becomes a square of whole screen pixels.
+int wholeFactor(qreal devicePixelRatio)
+{
+    return qMax(1, int(devicePixelRatio));
+}
+
+QPixmap dotForDot(const QPixmap &image, qreal devicePixelRatio)
+{
+    const int k = wholeFactor(devicePixelRatio);
+    QPixmap scaled = image.scaled(image.size() * k, Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    scaled.setDevicePixelRatio(devicePixelRatio);
+    return scaled;
 }
 
 QLabel *newPicture(QWidget *parent, const char *name)
@@ -59,6 +76,7 @@ LoghiForm::LoghiForm(QWidget *parent) : QDialog(parent)
     const QString folder = QDir(ProgramFolder()).filePath(QStringLiteral("LoghiStandard"));
     txtPath = named(new QLineEdit(this), "txtPath");
     txtPath->setReadOnly(true);
+    txtPath->setFocusPolicy(Qt::ClickFocus); // a note to read, not where the work starts
     chkHeader = named(new QCheckBox(QStringLiteral("Intestazione scontrino"), this), "chkHeader");
     chkFooter = named(new QCheckBox(QStringLiteral("Fine scontrino"), this), "chkFooter");
     ListViewHeader = newIconList(this, "ListViewHeader");
@@ -104,7 +122,7 @@ LoghiForm::LoghiForm(QWidget *parent) : QDialog(parent)
     layout->addWidget(txtPath);
     layout->addLayout(top);
     layout->addLayout(buttons);
-    resize(680, 520);
+    resize(900, 600);
 
     connect(chkHeader, &QCheckBox::toggled, this, &LoghiForm::chkHeader_Click);
     connect(chkFooter, &QCheckBox::toggled, this, &LoghiForm::chkFooter_Click);
@@ -144,12 +162,21 @@ void LoghiForm::LoadPictures()
             throw RunTimeError::invalidArgument();
         ImageList1.tags.append(File1.List(i - 1).left(2));
     }
+    const qreal dpr = devicePixelRatioF();
+    const int k = wholeFactor(dpr);
     for (QListWidget *list : {ListViewHeader, ListViewFooter}) {
         // Pictures only: an item with a caption, even an empty one, would
         // draw the highlight of that caption as a grey stub under the logo.
         for (const QPixmap &image : std::as_const(ImageList1.images)) {
             auto *item = new QListWidgetItem(list);
-            item->setIcon(QIcon(image));
+            // Whole-factor pixels asked for at exactly their size: the icon
+            // hands them over unscaled.
+            item->setIcon(QIcon(image.scaled(image.size() * k, Qt::IgnoreAspectRatio, Qt::FastTransformation)));
+        }
+        if (!ImageList1.images.isEmpty()) {
+            const QSize dots = ImageList1.images.first().size() * k;
+            list->setIconSize(QSize(qCeil(dots.width() / dpr), qCeil(dots.height() / dpr)));
+            list->setMinimumWidth(list->iconSize().width() + 40);
         }
         // Highlighted, not chosen: choosing takes a click or a key.
         if (list->count() > 0)
@@ -196,10 +223,10 @@ void LoghiForm::LogoClick(QListWidget *list)
     const QPixmap &image = ImageList1.images.at(index);
     if (list == ListViewHeader) {
         headerFile = file;
-        PictureHeader->setPixmap(image);
+        PictureHeader->setPixmap(dotForDot(image, devicePixelRatioF()));
     } else {
         footerFile = file;
-        PictureFooter->setPixmap(image);
+        PictureFooter->setPixmap(dotForDot(image, devicePixelRatioF()));
     }
 }
 

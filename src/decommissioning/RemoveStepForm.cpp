@@ -9,6 +9,7 @@
 #include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
+#include "ui/StepLook.h"
 #include "ui/ReportResult.h"
 
 #include <QHBoxLayout>
@@ -22,10 +23,7 @@ namespace {
 QLabel *title(QWidget *page, const char *name, const QString &text)
 {
     auto *label = named(new QLabel(text, page), name);
-    QFont font = label->font();
-    font.setBold(true);
-    font.setPointSize(font.pointSize() + 4);
-    label->setFont(font);
+    MakeStepHeading(label);
     return label;
 }
 
@@ -114,10 +112,7 @@ RemoveStepForm::RemoveStepForm(QWidget *parent) : QDialog(parent)
 
     btnBack = named(new QPushButton(QStringLiteral("INDIETRO"), this), "btnBack");
     btnFwd = named(new QPushButton(QStringLiteral("AVANTI"), this), "btnFwd");
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(btnBack);
-    buttons->addStretch();
-    buttons->addWidget(btnFwd);
+    QHBoxLayout *buttons = StepButtons(btnBack, btnFwd);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(SSTab1);
     layout->addLayout(buttons);

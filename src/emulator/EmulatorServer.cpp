@@ -163,10 +163,12 @@ void EmulatorServer::onNewConnection()
             m_traffic.event(peer, QStringLiteral("closed"));
             m_sockets.removeAll(socket);
             socket->deleteLater();
+            Q_EMIT lineChanged();
         });
         m_sockets.append(socket);
         m_traffic.event(peer, QStringLiteral("connected"));
         Q_EMIT notice(QStringLiteral("connection from %1").arg(peer.mid(4)));
+        Q_EMIT lineChanged();
     }
 }
 
@@ -200,6 +202,7 @@ void EmulatorServer::setPower(bool on)
             m_pty->close();
         m_traffic.event(QStringLiteral("power"), QStringLiteral("off"));
         Q_EMIT notice(QStringLiteral("power off"));
+        Q_EMIT lineChanged();
         return;
     }
     m_model.powerBack();
@@ -208,6 +211,7 @@ void EmulatorServer::setPower(bool on)
     m_traffic.event(QStringLiteral("power"), QStringLiteral("on"));
     reopenTransports();
     Q_EMIT notice(QStringLiteral("power on"));
+    Q_EMIT lineChanged();
 }
 
 bool EmulatorServer::reopenTransports()

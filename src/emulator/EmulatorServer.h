@@ -62,6 +62,7 @@ public:
     PrinterModel &model() { return m_model; }
     FaultSwitches &faults() { return m_faults; }
     const EmulatorConfig &config() const { return m_config; }
+    TrafficLog &traffic() { return m_traffic; }
 
     // Power off drops every connection, stops listening (new connections
     // are refused) and hangs the pseudo-terminal up; power on brings them
@@ -78,6 +79,8 @@ public:
 Q_SIGNALS:
     void requestHandled(const QString &peer, const QByteArray &name, const Reply &reply);
     void notice(const QString &text);
+    // Power switched, a connection came or went: what a window shows changed.
+    void lineChanged();
 
 private:
     void onNewConnection();

@@ -20,6 +20,8 @@ void PaperRoll::print(const QString &line)
         m_file.write("\n");
         m_file.flush();
     }
+    if (onLine)
+        onLine(line);
 }
 
 void PaperRoll::print(const QStringList &lines)

@@ -36,7 +36,7 @@ QString TrafficLog::text(const QByteArray &bytes)
 
 void TrafficLog::bytes(const QString &peer, Direction d, const QByteArray &bytes, const QString &note)
 {
-    if (!m_file.isOpen())
+    if (!isWatched())
         return;
     QString l = QStringLiteral("%1 %2 %3 ").arg(QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss.zzz")),
                                                 peer, d == Direction::In ? QStringLiteral("PC>PRN")
@@ -49,14 +49,18 @@ void TrafficLog::bytes(const QString &peer, Direction d, const QByteArray &bytes
 
 void TrafficLog::event(const QString &peer, const QString &text)
 {
-    if (!m_file.isOpen())
+    if (!isWatched())
         return;
     line(QStringLiteral("%1 %2 -- %3").arg(QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss.zzz")), peer, text));
 }
 
 void TrafficLog::line(const QString &text)
 {
-    m_file.write(text.toUtf8());
-    m_file.write("\n");
-    m_file.flush();
+    if (m_file.isOpen()) {
+        m_file.write(text.toUtf8());
+        m_file.write("\n");
+        m_file.flush();
+    }
+    if (onLine)
+        onLine(text);
 }

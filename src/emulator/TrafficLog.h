@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QString>
+#include <functional>
 
 // The traffic log: one line per frame and per control byte, with the time,
 // the connection, the direction, the bytes in hex and as text.
@@ -11,6 +12,7 @@ class TrafficLog
 public:
     bool open(const QString &path, QString *error);
     bool isOpen() const { return m_file.isOpen(); }
+    bool isWatched() const { return m_file.isOpen() || bool(onLine); }
 
     enum class Direction { In, Out };
     void bytes(const QString &peer, Direction d, const QByteArray &bytes, const QString &note = {});
@@ -18,6 +20,10 @@ public:
 
     static QString hex(const QByteArray &bytes);
     static QString text(const QByteArray &bytes);
+
+    // Called with every line of the log, with or without a file (a window
+    // that shows the traffic).
+    std::function<void(const QString &)> onLine;
 
 private:
     void line(const QString &text);

@@ -32,7 +32,7 @@ void WireSession::receive(const QByteArray &bytes)
 
 void WireSession::receiveBytes(const QByteArray &bytes)
 {
-    if (!m_log.isOpen()) {
+    if (!m_log.isWatched()) {
         m_decoder.feed(bytes);
         while (auto e = m_decoder.next())
             onEvent(*e, {});

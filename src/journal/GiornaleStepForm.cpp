@@ -7,6 +7,7 @@
 #include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
+#include "ui/StepLook.h"
 #include "ui/ReportResult.h"
 
 #include <QDir>
@@ -48,10 +49,7 @@ const char *const kModelFolder[] = {"KX90", "KX90II", "KX81"};
 QLabel *title(QWidget *page, const QString &text, const char *name)
 {
     auto *label = named(new QLabel(text, page), name);
-    QFont f = label->font();
-    f.setBold(true);
-    f.setPointSizeF(f.pointSizeF() * 1.3);
-    label->setFont(f);
+    MakeStepHeading(label);
     return label;
 }
 
@@ -166,10 +164,7 @@ GiornaleStepForm::GiornaleStepForm(QWidget *parent)
     for (QWidget *p : {p1, p2, p3, p4, p5, p6})
         SSTab1->addTab(p, QStringLiteral("Passo %1").arg(++n));
 
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(btnBack);
-    buttons->addWidget(btnFwd);
+    QHBoxLayout *buttons = StepButtons(btnBack, btnFwd);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(SSTab1, 1);
     layout->addLayout(buttons);
@@ -214,9 +209,15 @@ void GiornaleStepForm::loadPictures(int32_t model)
                                                        {PictureInserimentoDGFE, "Inserimento_DGFE.jpg"}};
     for (const auto &[box, file] : boxes) {
         // A missing or unreadable file leaves the box as it is.
+        // Scaled to the box's screen pixels, not its logical ones, so that
+        // the picture stays sharp on a scaled screen.
         QPixmap pixmap;
-        if (pixmap.load(folder.filePath(QLatin1String(file))))
-            box->setPixmap(pixmap.scaled(box->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        if (pixmap.load(folder.filePath(QLatin1String(file)))) {
+            const qreal dpr = box->devicePixelRatioF();
+            QPixmap fitted = pixmap.scaled(box->size() * dpr, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            fitted.setDevicePixelRatio(dpr);
+            box->setPixmap(fitted);
+        }
     }
 }
 

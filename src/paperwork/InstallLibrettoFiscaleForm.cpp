@@ -14,6 +14,8 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 
 bool InstallLibrettoFiscaleForm::SampleMode = false;
@@ -71,9 +73,22 @@ InstallLibrettoFiscaleForm::InstallLibrettoFiscaleForm(QWidget *parent) : QDialo
     buttons->addStretch();
     buttons->addWidget(btnPrint);
     buttons->addWidget(btnOK);
+    // The page scrolls where the screen is too small for it (a laptop at
+    // 150 %): the buttons below it stay in sight.
+    auto *scroll = new QScrollArea(this);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(m_printed);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(m_printed);
+    layout->addWidget(scroll, 1);
     layout->addLayout(buttons);
+    // As large as the page, up to a 1280x720 desktop less its title bar and panel.
+    const QMargins margins = layout->contentsMargins();
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const QSize whole(m_printed->sizeHint().width() + margins.left() + margins.right() + bar,
+                      m_printed->sizeHint().height() + buttons->sizeHint().height() + layout->spacing() + margins.top()
+                          + margins.bottom());
+    resize(whole.boundedTo(QSize(1280, 650)));
 
     connect(btnPrint, &QPushButton::clicked, this, &InstallLibrettoFiscaleForm::btnPrint_Click);
     connect(btnOK, &QPushButton::clicked, this, &InstallLibrettoFiscaleForm::btnOK_Click);

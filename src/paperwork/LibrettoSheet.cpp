@@ -13,6 +13,7 @@ constexpr int kCaptionX = 14;  // in the page
 constexpr int kFieldX = 150;   // in the page
 constexpr int kFieldW = 276;
 constexpr int kRowH = 20;
+constexpr int kTextPx = 11; // the page's printed text and the fields laid over it
 constexpr int kNoteX = 500, kNoteW = 300;
 constexpr int kCircleX = 478, kCircleR = 11;
 
@@ -45,6 +46,9 @@ QLabel *field(QWidget *page, const char *name, int x, int y, int w)
     palette.setColor(QPalette::WindowText, Qt::black);
     label->setPalette(palette);
     label->setIndent(3);
+    QFont f = label->font();
+    f.setPixelSize(kTextPx);
+    label->setFont(f);
     return label;
 }
 
@@ -70,7 +74,7 @@ protected:
         p.setFont(title);
         p.drawText(QRect(0, 38, width(), 20), Qt::AlignHCenter, QStringLiteral("DATI DI INSTALLAZIONE DEL MISURATORE FISCALE"));
         QFont plain = font();
-        plain.setPixelSize(11);
+        plain.setPixelSize(kTextPx);
         p.setFont(plain);
         for (const Row &row : kRows) {
             p.drawText(QRect(kCaptionX, row.y, kFieldX - kCaptionX, kRowH), Qt::AlignVCenter,
@@ -84,7 +88,8 @@ protected:
         const int declY[] = {kDeclY, kDeclY + 30, kDeclY + 60, kDeclY + 78, kDeclY + 110};
         for (int i = 0; i < 5; ++i)
             p.drawText(QRect(kCaptionX, declY[i], width() - 2 * kCaptionX, kRowH), Qt::AlignVCenter, decl[i]);
-        p.drawLine(kFieldX + 40, kDeclY + 30 + kRowH - 1, kFieldX + kFieldW, kDeclY + 30 + kRowH - 1);
+        for (int y : {kDeclY, kDeclY + 30})
+            p.drawLine(kFieldX + 40, y + kRowH - 1, kFieldX + kFieldW, y + kRowH - 1);
         p.drawLine(kFieldX, kDeclY + 110 + kRowH - 1, kFieldX + kFieldW, kDeclY + 110 + kRowH - 1);
     }
 };

@@ -106,9 +106,6 @@ ProgForm::ProgForm(QWidget *parent) : QDialog(parent)
     lblProg->setFont(big);
     gridModel = new ProgrammingGridModel(this);
     gridProg = MakeGridView("gridProg", gridModel, this);
-    // The narrow columns of the tables would cut their headers ("limite",
-    // "riass."): they get just the room their header takes.
-    connect(gridModel, &QAbstractItemModel::modelReset, gridProg, [this] { FitColumnsToHeaders(gridProg); });
 
     lblDesc = named(new QLabel(QStringLiteral("descrizione:"), this), "lblDesc");
     txtDesc = named(new QLineEdit(this), "txtDesc");

@@ -69,8 +69,18 @@ QVariant ProgrammingGridModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
         return {};
-    if (role == Qt::DisplayRole)
-        return m_grid.text(toGridRow(index.row()), index.column());
+    if (role == Qt::DisplayRole) {
+        // The printer pads its texts with blanks; the trailing ones would only
+        // push the text to an ellipsis, so they are left out of what is shown
+        // (the grid, the file and the printer keep them). Leading blanks stay:
+        // they show where a centred line stands.
+        QString text = m_grid.text(toGridRow(index.row()), index.column());
+        qsizetype end = text.size();
+        while (end > 0 && text.at(end - 1) == QLatin1Char(' '))
+            --end;
+        text.truncate(end);
+        return text;
+    }
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(m_grid.columnAlignment(index.column()));
     return {};

@@ -62,12 +62,7 @@ XmlViewForm::XmlViewForm(QWidget *parent)
 
     for (auto &model : m_models)
         model = new ProgrammingGridModel(this);
-    auto view = [this](const char *name, int i) {
-        QTableView *grid = MakeGridView(name, m_models[size_t(i)], this);
-        // Narrow columns ("n° riga", "cr. rias") get just the room their header takes.
-        connect(m_models[size_t(i)], &QAbstractItemModel::modelReset, grid, [grid] { FitColumnsToHeaders(grid); });
-        return grid;
-    };
+    auto view = [this](const char *name, int i) { return MakeGridView(name, m_models[size_t(i)], this); };
 
     auto *layout = new QVBoxLayout(this);
     lblRigaInt = caption("lblRigaInt", QStringLiteral("Programmazione Intestazione"), this);
@@ -115,6 +110,10 @@ XmlViewForm::XmlViewForm(QWidget *parent)
 
     ProgressBar1 = named(new QProgressBar(this), "ProgressBar1");
     ProgressBar1->setTextVisible(false);
+    // Shown only while a job runs; its room stays, so the grids do not jump.
+    QSizePolicy barPolicy = ProgressBar1->sizePolicy();
+    barPolicy.setRetainSizeWhenHidden(true);
+    ProgressBar1->setSizePolicy(barPolicy);
     layout->addWidget(ProgressBar1);
 
     auto *buttons = new QHBoxLayout;
@@ -155,6 +154,7 @@ XmlViewForm::XmlViewForm(QWidget *parent)
         SetupGrids();
         InitData();
         m_working = false;
+        ProgressBar1->hide(); // the reading is over
         hide(); // the opener's exec() shows it again
         btnPrgSave->setEnabled(true);
     }
@@ -184,6 +184,7 @@ void XmlViewForm::SetupGrids()
 
 void XmlViewForm::restartBar()
 {
+    ProgressBar1->show();
     ProgressBar1->setUpdatesEnabled(true);
     ProgressBar1->setValue(0);
     m_barDrawn.start();
@@ -321,6 +322,8 @@ void XmlViewForm::setWorking(bool working)
 {
     m_working = working;
     btnPrgSave->setEnabled(!working);
+    if (!working)
+        ProgressBar1->hide(); // a full bar would read as work still going on
     if (!working && m_closeAsked && isVisible())
         QTimer::singleShot(0, this, &QDialog::accept);
 }

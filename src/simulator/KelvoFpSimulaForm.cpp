@@ -12,8 +12,6 @@
 #include "printer/KelvoFPControl.h"
 #include "programming/ProgForm.h"
 #include "settings/Conversions.h"
-#include "settings/LocaleValue.h"
-#include "settings/RunTimeError.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 #include "ui/ReportResult.h"
@@ -21,7 +19,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -31,66 +28,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-bool KelvoFpSimulaForm::PaymentOpen = false;
+using Key = KeypadModel::Key;
 
 namespace {
 
-const QString kLocked = QStringLiteral("-TASTIERA BLOCCATA-");
-const QString kNoSurcharge = QStringLiteral("Impostare il valore dell'aumento!");
-const QString kNoDiscount = QStringLiteral("Impostare il valore del'abbuono!");
-const QString kNoPercentDiscount = QStringLiteral("Impostare il valore dello sconto!");
-const QString kNoCheque = QStringLiteral("Impostare il valore dell'assegno!");
-// A figure of the twenty the display takes, but beyond what the control
-// can carry: told here instead of ending the run.
-const QString kTooLarge = QStringLiteral("Valore troppo grande: la cifra impostata non può essere inviata alla stampante.");
 const QString kDone = QStringLiteral("Operazione completata!");
-
-void tooLarge()
-{
-    MsgBox::show(kTooLarge, QMessageBox::Ok, QMessageBox::Warning);
-}
-
-// Text that is no number at all stays a run-ending failure; only a figure
-// too large for its type is caught and told.
-template <typename T, typename F>
-std::optional<T> fitting(F convert)
-{
-    try {
-        return convert();
-    } catch (const RunTimeError &e) {
-        if (e.code() != RunTimeError::Overflow)
-            throw;
-    }
-    tooLarge();
-    return std::nullopt;
-}
-
-std::optional<Currency> amountOf(const QString &text)
-{
-    return fitting<Currency>([&] { return Conv::ToCurrency(text); });
-}
-
-std::optional<Currency> amountOf(double value)
-{
-    const std::optional<Currency> amount = Currency::fromDouble(value);
-    if (!amount)
-        tooLarge();
-    return amount;
-}
-
-std::optional<int16_t> countOf(const QString &text)
-{
-    return fitting<int16_t>([&] { return Conv::ToInteger(text); });
-}
-
-// The hourglass over the whole program while a loop holds the thread.
-struct WaitCursor
-{
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor &) = delete;
-    WaitCursor &operator=(const WaitCursor &) = delete;
-};
 
 // Every key of the keypad: it never takes the focus, so that the typing
 // keys keep reaching the form, and never acts as the dialog's default.
@@ -120,6 +62,13 @@ QString indexed(const char *name, int index)
     return QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(index);
 }
 
+template <class Screen>
+void openScreen(QWidget *parent)
+{
+    Screen form(parent);
+    form.exec();
+}
+
 } // namespace
 
 KelvoFpSimulaForm::KelvoFpSimulaForm(QWidget *parent) : QDialog(parent)
@@ -129,14 +78,14 @@ KelvoFpSimulaForm::KelvoFpSimulaForm(QWidget *parent) : QDialog(parent)
     buildScreen();
     buildMenus();
 
-    // Load
+    keypad.report = [](int16_t result) { ReportResult(result); };
+    keypad.tell = [](const QString &text, bool warning) {
+        MsgBox::show(text, QMessageBox::Ok, warning ? QMessageBox::Warning : QMessageBox::NoIcon);
+    };
     comboOperatore->setCurrentText(QStringLiteral("1"));
-    Operator = Conv::ToInteger(comboOperatore->currentText());
-    ResetKeypad();
-    DecimalSeparator = GetLocaleValue(LOCALE_SMONDECIMALSEP);
-    if (DecimalSeparator.isEmpty())
-        DecimalSeparator = QStringLiteral(",");
-    btnDecimali->setIcon(KeyFaces::glyph(DecimalSeparator));
+    comboOperatore_Click();
+    showKeypad();
+    btnDecimali->setIcon(KeyFaces::glyph(keypad.DecimalSeparator));
 
     // The keypad takes the typing keys until the description is clicked.
     setFocusPolicy(Qt::StrongFocus);
@@ -164,38 +113,40 @@ void KelvoFpSimulaForm::buildScreen()
     auto *digits = new QGridLayout;
     for (int i = 0; i < 11; ++i) {
         const QString face = i < 9 ? QString::number(i + 1) : i == 9 ? QStringLiteral("0") : QStringLiteral("00");
-        btnTastiera[i] = pictureKey(this, indexed("btnTastiera", i), KeyFaces::glyph(face), face);
+        btnTastiera[i] = bound(pictureKey(this, indexed("btnTastiera", i), KeyFaces::glyph(face), face), Key(i));
         if (i < 9)
             digits->addWidget(btnTastiera[i], 2 - i / 3, i % 3);
     }
     digits->addWidget(btnTastiera[9], 3, 0);
     digits->addWidget(btnTastiera[10], 3, 1);
-    btnDecimali = pictureKey(this, QStringLiteral("btnDecimali"), KeyFaces::glyph(QStringLiteral(",")),
-                             QStringLiteral("Decimali"));
+    btnDecimali = bound(pictureKey(this, QStringLiteral("btnDecimali"), KeyFaces::glyph(QStringLiteral(",")),
+                                   QStringLiteral("Decimali")), Key::Decimal);
     digits->addWidget(btnDecimali, 3, 2);
-    btnCanc = pictureKey(this, QStringLiteral("btnCanc"),
-                         KeyFaces::glyph(QStringLiteral("CL"), QColor(0xf0, 0xc0, 0x40)), QStringLiteral("Cancella"));
+    btnCanc = bound(pictureKey(this, QStringLiteral("btnCanc"), KeyFaces::glyph(QStringLiteral("CL"), QColor(0xf0, 0xc0, 0x40)),
+                               QStringLiteral("Cancella")), Key::Clear);
     digits->addWidget(btnCanc, 0, 3);
-    btnMoltiplicatoreProd = pictureKey(this, QStringLiteral("btnMoltiplicatoreProd"),
-                                       KeyFaces::glyph(QStringLiteral("×")), QStringLiteral("Moltiplicatore"));
+    btnMoltiplicatoreProd = bound(pictureKey(this, QStringLiteral("btnMoltiplicatoreProd"), KeyFaces::glyph(QStringLiteral("×")),
+                                             QStringLiteral("Moltiplicatore")), Key::Multiply);
     digits->addWidget(btnMoltiplicatoreProd, 1, 3);
 
     auto *departments = new QGridLayout;
     for (int n = 0; n < 4; ++n) {
-        btnRep[n] = key(this, indexed("btnRep", n), QStringLiteral("REP %1").arg(n + 1));
-        btnStorno[n] = key(this, indexed("btnStorno", n), QStringLiteral("STORNO REP %1").arg(n + 1));
+        btnRep[n] = bound(key(this, indexed("btnRep", n), KeypadModel::departmentCaption(n)), Key(int(Key::Sale1) + n));
+        btnStorno[n] = bound(key(this, indexed("btnStorno", n), QStringLiteral("STORNO REP %1").arg(n + 1)),
+                             Key(int(Key::Void1) + n));
         btnRep[n]->setMinimumWidth(110);
         btnStorno[n]->setMinimumWidth(130);
         departments->addWidget(btnRep[n], n, 0);
         departments->addWidget(btnStorno[n], n, 1);
     }
 
-    btnSubTot = key(this, QStringLiteral("btnSubTot"), QStringLiteral("SUBTOT"));
-    btnContante = key(this, QStringLiteral("btnContante"), QStringLiteral("Contante"));
-    btnAssegno = key(this, QStringLiteral("btnAssegno"), QStringLiteral("Assegno"));
-    btnTicket = key(this, QStringLiteral("btnTicket"), QStringLiteral("Ticket"));
-    btnCartaCredito = key(this, QStringLiteral("btnCartaCredito"), QStringLiteral("Carta Credito"));
-    btnContanteDesc = key(this, QStringLiteral("btnContanteDesc"), QStringLiteral("Contante descrizione"));
+    btnSubTot = bound(key(this, QStringLiteral("btnSubTot"), QStringLiteral("SUBTOT")), Key::Subtotal);
+    btnContante = bound(key(this, QStringLiteral("btnContante"), QStringLiteral("Contante")), Key::Cash);
+    btnAssegno = bound(key(this, QStringLiteral("btnAssegno"), QStringLiteral("Assegno")), Key::Cheque);
+    btnTicket = bound(key(this, QStringLiteral("btnTicket"), QStringLiteral("Ticket")), Key::Ticket);
+    btnCartaCredito = bound(key(this, QStringLiteral("btnCartaCredito"), QStringLiteral("Carta Credito")), Key::Card);
+    btnContanteDesc = bound(key(this, QStringLiteral("btnContanteDesc"), QStringLiteral("Contante descrizione")),
+                            Key::CashDescription);
     auto *payments = new QGridLayout;
     payments->addWidget(btnSubTot, 0, 0, 1, 2);
     payments->addWidget(btnContante, 1, 0);
@@ -209,18 +160,16 @@ void KelvoFpSimulaForm::buildScreen()
         label->setMinimumWidth(70);
         row->addWidget(label);
         const QColor plus(0xc8, 0xe8, 0xc8), minus(0xf0, 0xc8, 0xc8);
-        btnAbbuonoPiuVal[index] = pictureKey(this, indexed("btnAbbuonoPiuVal", index),
-                                             KeyFaces::glyph(QStringLiteral("+€"), plus), QStringLiteral("Aumento"));
-        btnAbbuonoMenoVal[index] = pictureKey(this, indexed("btnAbbuonoMenoVal", index),
-                                              KeyFaces::glyph(QStringLiteral("-€"), minus), QStringLiteral("Abbuono"));
-        btnScontoPercPiu[index] = pictureKey(this, indexed("btnScontoPercPiu", index),
-                                             KeyFaces::glyph(QStringLiteral("+%"), plus), QStringLiteral("Aumento %"));
-        btnScontoPercMeno[index] = pictureKey(this, indexed("btnScontoPercMeno", index),
-                                              KeyFaces::glyph(QStringLiteral("-%"), minus), QStringLiteral("Sconto %"));
-        row->addWidget(btnAbbuonoPiuVal[index]);
-        row->addWidget(btnAbbuonoMenoVal[index]);
-        row->addWidget(btnScontoPercPiu[index]);
-        row->addWidget(btnScontoPercMeno[index]);
+        const int first = int(index == 0 ? Key::ItemSurcharge : Key::TotalSurcharge);
+        auto adjustKey = [&](const char *name, int offset, const QString &face, const QColor &colour, const QString &meaning) {
+            QPushButton *b = pictureKey(this, indexed(name, index), KeyFaces::glyph(face, colour), meaning);
+            row->addWidget(b);
+            return bound(b, Key(first + offset));
+        };
+        btnAbbuonoPiuVal[index] = adjustKey("btnAbbuonoPiuVal", 0, QStringLiteral("+€"), plus, QStringLiteral("Aumento"));
+        btnAbbuonoMenoVal[index] = adjustKey("btnAbbuonoMenoVal", 1, QStringLiteral("-€"), minus, QStringLiteral("Abbuono"));
+        btnScontoPercPiu[index] = adjustKey("btnScontoPercPiu", 2, QStringLiteral("+%"), plus, QStringLiteral("Aumento %"));
+        btnScontoPercMeno[index] = adjustKey("btnScontoPercMeno", 3, QStringLiteral("-%"), minus, QStringLiteral("Sconto %"));
         row->addStretch();
         return row;
     };
@@ -230,21 +179,18 @@ void KelvoFpSimulaForm::buildScreen()
     adjust->addLayout(adjustments(0, lblRep));
     adjust->addLayout(adjustments(1, lblTot));
 
-    btnApriCassetto = pictureKey(this, QStringLiteral("btnApriCassetto"), KeyFaces::symbol(KeyFaces::Symbol::Drawer),
-                                 QStringLiteral("Apri cassetto"));
-    btnAvanzaScontrino = pictureKey(this, QStringLiteral("btnAvanzaScontrino"), KeyFaces::symbol(KeyFaces::Symbol::Feed),
-                                    QStringLiteral("Avanza scontrino"));
-    btnBloccaTasti = pictureKey(this, QStringLiteral("btnBloccaTasti"), KeyFaces::symbol(KeyFaces::Symbol::Lock),
-                                QStringLiteral("Blocca tasti"));
-    btnSbloccaTasti = pictureKey(this, QStringLiteral("btnSbloccaTasti"), KeyFaces::symbol(KeyFaces::Symbol::Unlock),
-                                 QStringLiteral("Sblocca tasti"));
     auto *device = new QGridLayout;
-    device->addWidget(btnApriCassetto, 0, 0);
-    device->addWidget(btnAvanzaScontrino, 0, 1);
-    device->addWidget(btnBloccaTasti, 1, 0);
-    device->addWidget(btnSbloccaTasti, 1, 1);
+    auto deviceKey = [&](const char *name, KeyFaces::Symbol face, const QString &meaning, Key k) {
+        QPushButton *b = bound(pictureKey(this, QLatin1String(name), KeyFaces::symbol(face), meaning), k);
+        device->addWidget(b, device->count() / 2, device->count() % 2);
+        return b;
+    };
+    btnApriCassetto = deviceKey("btnApriCassetto", KeyFaces::Symbol::Drawer, QStringLiteral("Apri cassetto"), Key::Drawer);
+    btnAvanzaScontrino = deviceKey("btnAvanzaScontrino", KeyFaces::Symbol::Feed, QStringLiteral("Avanza scontrino"), Key::Feed);
+    btnBloccaTasti = deviceKey("btnBloccaTasti", KeyFaces::Symbol::Lock, QStringLiteral("Blocca tasti"), Key::Lock);
+    btnSbloccaTasti = deviceKey("btnSbloccaTasti", KeyFaces::Symbol::Unlock, QStringLiteral("Sblocca tasti"), Key::Unlock);
 
-    btnChiusuraGiorno = key(this, QStringLiteral("btnChiusuraGiorno"), QStringLiteral("Chiusura giornaliera"));
+    btnChiusuraGiorno = bound(key(this, QStringLiteral("btnChiusuraGiorno"), QStringLiteral("Chiusura giornaliera")), Key::Closure);
     btnXRep = key(this, QStringLiteral("btnXRep"), QStringLiteral("X Report"));
     btnDGFE = key(this, QStringLiteral("btnDGFE"), QStringLiteral("Giornale di Fondo"));
     btnDataOra = key(this, QStringLiteral("btnDataOra"), QStringLiteral("Modifica data/ora"));
@@ -283,36 +229,13 @@ void KelvoFpSimulaForm::buildScreen()
     layout->addLayout(tools);
 
     connect(comboOperatore, &QComboBox::activated, this, [this] { comboOperatore_Click(); });
-    for (int i = 0; i < 11; ++i)
-        connect(btnTastiera[i], &QPushButton::clicked, this, [this, i] { btnTastiera_Click(i); });
-    connect(btnDecimali, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnDecimali_Click);
-    connect(btnMoltiplicatoreProd, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnMoltiplicatoreProd_Click);
-    connect(btnCanc, &QPushButton::clicked, this, &KelvoFpSimulaForm::ResetKeypad);
-    for (int n = 0; n < 4; ++n) {
-        connect(btnRep[n], &QPushButton::clicked, this, [this, n] { btnRep_Click(n); });
-        connect(btnStorno[n], &QPushButton::clicked, this, [this, n] { btnStorno_Click(n); });
-    }
-    for (int i = 0; i < 2; ++i) {
-        connect(btnAbbuonoPiuVal[i], &QPushButton::clicked, this, [this, i] { btnAbbuonoPiuVal_Click(i); });
-        connect(btnAbbuonoMenoVal[i], &QPushButton::clicked, this, [this, i] { btnAbbuonoMenoVal_Click(i); });
-        connect(btnScontoPercPiu[i], &QPushButton::clicked, this, [this, i] { btnScontoPercPiu_Click(i); });
-        connect(btnScontoPercMeno[i], &QPushButton::clicked, this, [this, i] { btnScontoPercMeno_Click(i); });
-    }
-    connect(btnContante, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnContante_Click);
-    connect(btnAssegno, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnAssegno_Click);
-    connect(btnCartaCredito, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnCartaCredito_Click);
-    connect(btnTicket, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnTicket_Click);
-    connect(btnContanteDesc, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnContanteDesc_Click);
-    connect(btnSubTot, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnSubTot_Click);
-    connect(btnApriCassetto, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnApriCassetto_Click);
-    connect(btnAvanzaScontrino, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnAvanzaScontrino_Click);
-    connect(btnChiusuraGiorno, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnChiusuraGiorno_Click);
-    connect(btnBloccaTasti, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnBloccaTasti_Click);
-    connect(btnSbloccaTasti, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnSbloccaTasti_Click);
-    connect(btnXRep, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnXRep_Click);
-    connect(btnDGFE, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnDGFE_Click);
-    connect(btnDataOra, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnDataOra_Click);
-    connect(btnMonitor, &QPushButton::clicked, this, &KelvoFpSimulaForm::btnMonitor_Click);
+    connect(btnXRep, &QPushButton::clicked, this, [this] { openScreen<XRepForm>(this); });
+    connect(btnDGFE, &QPushButton::clicked, this, [this] { openScreen<DGFEForm>(this); });
+    connect(btnDataOra, &QPushButton::clicked, this, [this] {
+        DataOraForm::WizardMode = false;
+        openScreen<DataOraForm>(this);
+    });
+    connect(btnMonitor, &QPushButton::clicked, this, [this] { openScreen<FpMonitorForm>(this); });
     connect(btnEsci, &QPushButton::clicked, this, &QDialog::accept);
 }
 
@@ -349,416 +272,76 @@ void KelvoFpSimulaForm::buildMenus()
 
     connect(mSetup, &QMenu::aboutToShow, this, &KelvoFpSimulaForm::mSetup_Click);
     connect(mApprend, &QAction::triggered, this, &KelvoFpSimulaForm::mApprend_Click);
-    connect(mFlag, &QAction::triggered, this, &KelvoFpSimulaForm::mFlag_Click);
-    connect(mLoghi, &QAction::triggered, this, &KelvoFpSimulaForm::mLoghi_Click);
-    connect(mHeader, &QAction::triggered, this, &KelvoFpSimulaForm::mHeader_Click);
-    connect(mnuResetTotPLU, &QAction::triggered, this, &KelvoFpSimulaForm::mnuResetTotPLU_Click);
-    connect(mnuResetTotPromoTable, &QAction::triggered, this, &KelvoFpSimulaForm::mnuResetTotPromoTable_Click);
+    connect(mFlag, &QAction::triggered, this, [this] {
+        InstallFlagForm::StandaloneMode = true;
+        openScreen<InstallFlagForm>(this);
+    });
+    connect(mLoghi, &QAction::triggered, this, [this] {
+        InstallLogoForm::StandaloneMode = true;
+        openScreen<InstallLogoForm>(this);
+    });
+    connect(mHeader, &QAction::triggered, this, [this] {
+        InstallHeaderForm::StandaloneMode = true;
+        openScreen<InstallHeaderForm>(this);
+    });
+    connect(mnuResetTotPLU, &QAction::triggered, this, [this] {
+        resetTotals(QStringLiteral("Si proprio sicuro di voler resettare il totale dei PLU"), &KeypadModel::resetPluTotals);
+    });
+    connect(mnuResetTotPromoTable, &QAction::triggered, this, [this] {
+        resetTotals(QStringLiteral("Sei proprio sicuro di voler resettare il totale della tabella delle promozioni"),
+                    &KeypadModel::resetPromoTotals);
+    });
 }
 
-// --- Entry -----------------------------------------------------------------------
+// --- Keys ----------------------------------------------------------------------
 
-void KelvoFpSimulaForm::ResetKeypad()
+QPushButton *KelvoFpSimulaForm::bound(QPushButton *button, Key key)
 {
-    txtDisplay->setText(QStringLiteral("0"));
-    txtDescProd->clear();
-    Entry.clear();
-    Quantity = 1.0;
-    Price = 0;
-    DecimalKeyed = false;
-    DecimalDigits = 0;
-    EntryPosted = false;
-    // PaymentOpen stays: only a payment ends it.
-}
-
-QString KelvoFpSimulaForm::beforeX() const
-{
-    return Entry.left(Entry.indexOf(QLatin1Char('x')));
-}
-
-QString KelvoFpSimulaForm::afterX() const
-{
-    return Entry.mid(Entry.indexOf(QLatin1Char('x')) + 1);
+    m_keys.emplace_back(button, key);
+    connect(button, &QPushButton::clicked, this, [this, key] { press(key); });
+    return button;
 }
 
 void KelvoFpSimulaForm::comboOperatore_Click()
 {
-    Operator = Conv::ToInteger(comboOperatore->currentText());
+    keypad.Operator = Conv::ToInteger(comboOperatore->currentText());
 }
 
-void KelvoFpSimulaForm::btnTastiera_Click(int index)
+void KelvoFpSimulaForm::press(Key key)
 {
-    const QString digits = index < 9 ? QString::number(index + 1) : index == 9 ? QStringLiteral("0") : QStringLiteral("00");
-    if (EntryPosted)
-        ResetKeypad();
-    if (txtDisplay->text() == QStringLiteral("0"))
-        txtDisplay->clear();
-    if (DecimalKeyed && DecimalDigits < 4)
-        DecimalDigits += int16_t(digits.size());
-    // The length is that of the entry before the key: 00 may reach 21.
-    if (Entry.size() < 20 && DecimalDigits < 4)
-        txtDisplay->setText(txtDisplay->text() + digits);
-    Entry = txtDisplay->text();
+    const bool posted = keypad.EntryPosted;
+    keypad.Description = txtDescProd->text();
+    keypad.press(key);
+    showKeypad();
+    if (!posted && keypad.EntryPosted)
+        setFocus(); // the description was used: the keypad takes the keys again
 }
 
-void KelvoFpSimulaForm::btnDecimali_Click()
+void KelvoFpSimulaForm::showKeypad()
 {
-    if (Entry.isEmpty() || DecimalKeyed)
-        return;
-    Entry += DecimalSeparator;
-    txtDisplay->setText(Entry);
-    DecimalKeyed = true;
-}
-
-void KelvoFpSimulaForm::btnMoltiplicatoreProd_Click()
-{
-    if (Entry.isEmpty() || holdsX())
-        return;
-    Quantity = Conv::ToDouble(Entry);
-    Entry.clear();
-    txtDisplay->setText(txtDisplay->text() + QStringLiteral(" x "));
-    DecimalKeyed = false;
-    DecimalDigits = 0;
-}
-
-// --- Sales and voids -----------------------------------------------------------------
-
-bool KelvoFpSimulaForm::takeSaleEntry()
-{
-    if (Entry.isEmpty() || EntryPosted || PaymentOpen)
-        return false;
-    if (!holdsX()) {
-        Price = Conv::ToDouble(Entry);
-        Entry = QStringLiteral("1 x ") + Entry;
-        txtDisplay->setText(Entry);
-    } else {
-        Price = Conv::ToDouble(afterX());
-    }
-    return true;
-}
-
-void KelvoFpSimulaForm::btnRep_Click(int index)
-{
-    if (!takeSaleEntry())
-        return;
-    if (txtDescProd->text().isEmpty())
-        txtDescProd->setText(btnRep[index]->text());
-    txtDescProd->setText(txtDescProd->text().left(25).trimmed());
-    if (!gFPControl->Busy()) {
-        if (const auto price = amountOf(Price)) {
-            int16_t result = gFPControl->SellReparto(Operator, float(Quantity), txtDescProd->text(), *price,
-                                                     int16_t(index + 1), 1);
-            ReportResult(result);
-        }
-    }
-    Quantity = 1.0;
-    Price = 0;
-    EntryPosted = true;
-    setFocus(); // the description was used: the keypad takes the keys again
-}
-
-void KelvoFpSimulaForm::btnStorno_Click(int index)
-{
-    if (!takeSaleEntry())
-        return;
-    txtDisplay->setText(QStringLiteral("STORNO ") + txtDisplay->text() + QStringLiteral("  REP %1").arg(index + 1));
-    // Unlike a sale, a void without a description goes out without one.
-    txtDescProd->setText(txtDescProd->text().left(25).trimmed());
-    if (!gFPControl->Busy()) {
-        if (const auto price = amountOf(Price)) {
-            int16_t result = gFPControl->StornoReparto(Operator, txtDescProd->text(), float(Quantity), *price,
-                                                       int16_t(index + 1), 1);
-            ReportResult(result);
-        }
-    }
-    Quantity = 1.0;
-    Price = 0;
-    EntryPosted = true;
-    setFocus();
-}
-
-// --- Discounts and surcharges -------------------------------------------------------
-
-void KelvoFpSimulaForm::adjust(int index, bool surcharge, Adjustment kind, const QString &missingWord)
-{
-    if (Entry.isEmpty() || holdsX()) {
-        MsgBox::show(missingWord);
-        return;
-    }
-    if (!gFPControl->Busy()) {
-        std::optional<int16_t> result;
-        KelvoFPControl &c = *gFPControl;
-        if (kind == Adjustment::Amount) {
-            if (const auto amount = amountOf(Entry)) {
-                if (index == 0)
-                    result = surcharge ? c.AumentoReparto(Operator, *amount) : c.AbbuonoReparto(Operator, *amount);
-                else
-                    result = surcharge ? c.AumentoTotale(Operator, *amount) : c.AbbuonoTotale(Operator, *amount);
-            }
-        } else {
-            const float percent = Conv::ToSingle(Entry); // twenty digits always fit a Single
-            if (index == 0)
-                result = surcharge ? c.AumentoPercReparto(Operator, percent) : c.ScontoPercReparto(Operator, percent);
-            else
-                result = surcharge ? c.AumentoPercTotale(Operator, percent) : c.ScontoPercTotale(Operator, percent);
-        }
-        if (result) {
-            ReportResult(*result);
-            // Whatever the printer said: after a try on the subtotal the
-            // sale keys stay shut until a payment.
-            if (index == 1)
-                PaymentOpen = true;
-        }
-    }
-    ResetKeypad();
-}
-
-void KelvoFpSimulaForm::btnAbbuonoPiuVal_Click(int index)
-{
-    adjust(index, true, Adjustment::Amount, kNoSurcharge);
-}
-
-void KelvoFpSimulaForm::btnAbbuonoMenoVal_Click(int index)
-{
-    adjust(index, false, Adjustment::Amount, kNoDiscount);
-}
-
-void KelvoFpSimulaForm::btnScontoPercPiu_Click(int index)
-{
-    adjust(index, true, Adjustment::Percent, kNoSurcharge);
-}
-
-void KelvoFpSimulaForm::btnScontoPercMeno_Click(int index)
-{
-    adjust(index, false, Adjustment::Percent, kNoPercentDiscount);
-}
-
-// --- Payments ---------------------------------------------------------------------------
-
-void KelvoFpSimulaForm::afterPayment(int16_t result, const Currency &amountSent)
-{
-    if (result != 0) {
-        ReportResult(result);
-        return;
-    }
-    // A payment of the whole closes the receipt without a look at the residue.
-    PaymentOpen = amountSent.scaled() != 0 && gFPControl->PaymentResidue().scaled() > 0;
-}
-
-void KelvoFpSimulaForm::payReceipt(const QString &description, const Currency &amount, int32_t type, int16_t tickets)
-{
-    if (gFPControl->Busy())
-        return;
-    afterPayment(gFPControl->PayReceipt(Operator, description, amount, type, tickets, 1), amount);
-}
-
-void KelvoFpSimulaForm::btnContante_Click()
-{
-    if (!Entry.isEmpty() && !holdsX()) {
-        if (!gFPControl->Busy()) {
-            if (const auto amount = amountOf(Entry))
-                payReceipt(QStringLiteral("Contante"), *amount, 0, 0);
-        }
-    } else {
-        payReceipt(QStringLiteral("Contante"), Currency(), 0, 0);
-    }
-    ResetKeypad();
-}
-
-void KelvoFpSimulaForm::btnAssegno_Click()
-{
-    if (Entry.isEmpty() || holdsX()) {
-        MsgBox::show(kNoCheque);
-        return;
-    }
-    if (!gFPControl->Busy()) {
-        if (const auto amount = amountOf(Entry))
-            payReceipt(QStringLiteral("Assegno"), *amount, 1, 0);
-    }
-    ResetKeypad();
-}
-
-void KelvoFpSimulaForm::btnCartaCredito_Click()
-{
-    if (Entry.isEmpty())
-        return;
-    // The keyed figure only arms the key: the card pays the whole.
-    if (!holdsX())
-        payReceipt(QStringLiteral("Carta Credito"), Currency(), 2, 0);
-    ResetKeypad();
-}
-
-void KelvoFpSimulaForm::btnTicket_Click()
-{
-    if (Entry.isEmpty())
-        return;
-    if (!gFPControl->Busy()) {
-        // n x v: n tickets of v each; a bare figure is one ticket.
-        const std::optional<int16_t> count = holdsX() ? countOf(beforeX()) : std::optional<int16_t>(1);
-        if (count) {
-            if (const auto value = amountOf(holdsX() ? afterX() : Entry))
-                payReceipt(QStringLiteral("Ticket"), *value, 3, *count);
-        }
-    }
-    ResetKeypad();
-}
-
-void KelvoFpSimulaForm::btnContanteDesc_Click()
-{
-    if (!holdsX())
-        return;
-    if (!gFPControl->Busy()) {
-        std::optional<int16_t> number = countOf(beforeX());
-        std::optional<Currency> amount = number ? amountOf(afterX()) : std::nullopt;
-        if (number && amount) {
-            int16_t result = gFPControl->PayContanteDesc(Operator, *number, *amount);
-            if (result == 0)
-                PaymentOpen = gFPControl->PaymentResidue().scaled() > 0;
-            else
-                ReportResult(result);
-        }
-    }
-    ResetKeypad();
-}
-
-// --- Other keys ---------------------------------------------------------------------------
-
-void KelvoFpSimulaForm::btnSubTot_Click()
-{
-    if (gFPControl->Busy())
-        return;
-    int16_t result = gFPControl->PrintSubtotal(Operator);
-    ReportResult(result);
-}
-
-void KelvoFpSimulaForm::btnApriCassetto_Click()
-{
-    if (gFPControl->Busy())
-        return;
-    int16_t result = gFPControl->OpenDrawer(Operator);
-    ReportResult(result);
-}
-
-void KelvoFpSimulaForm::btnAvanzaScontrino_Click()
-{
-    if (gFPControl->Busy())
-        return;
-    int16_t result = gFPControl->FeedPaper(Operator, 1);
-    ReportResult(result);
-}
-
-void KelvoFpSimulaForm::btnChiusuraGiorno_Click()
-{
-    if (gFPControl->Busy())
-        return;
-    // The closure prints the whole day: give it time to answer.
-    gFPControl->setTimeoutOp(30);
-    int16_t result = gFPControl->FiscalClosure(Operator);
-    ReportResult(result);
-}
-
-void KelvoFpSimulaForm::btnBloccaTasti_Click()
-{
-    if (gFPControl->Busy())
-        return;
-    int16_t result = gFPControl->LockKeys(Operator);
-    ReportResult(result);
-    SetKeysEnabled(false); // locked on the screen even if the printer refused
-}
-
-void KelvoFpSimulaForm::btnSbloccaTasti_Click()
-{
-    if (gFPControl->Busy())
-        return;
-    int16_t result = gFPControl->UnlockKeys(Operator);
-    ReportResult(result);
-    SetKeysEnabled(true);
-}
-
-void KelvoFpSimulaForm::SetKeysEnabled(bool enabled)
-{
-    if (!gFPControl->Busy()) {
-        if (enabled)
-            ResetKeypad();
-        else
-            txtDisplay->setText(kLocked);
-        // The printer hears the lock twice at each press; it takes no harm.
-        int16_t result = enabled ? gFPControl->UnlockKeys(Operator) : gFPControl->LockKeys(Operator);
-        ReportResult(result);
-    }
-    for (QPushButton *b : btnTastiera)
-        b->setEnabled(enabled);
-    for (QPushButton *b : btnRep)
-        b->setEnabled(enabled);
-    for (QPushButton *b : btnStorno)
-        b->setEnabled(enabled);
-    for (QPushButton *b : {btnDecimali, btnMoltiplicatoreProd, btnCanc, btnSubTot, btnContante, btnAssegno,
-                           btnTicket, btnCartaCredito})
-        b->setEnabled(enabled);
-    for (int i = 0; i < 2; ++i) {
-        btnAbbuonoMenoVal[i]->setEnabled(enabled);
-        btnAbbuonoPiuVal[i]->setEnabled(enabled);
-        btnScontoPercMeno[i]->setEnabled(enabled);
-        btnScontoPercPiu[i]->setEnabled(enabled);
-    }
-    for (QPushButton *b : {btnApriCassetto, btnAvanzaScontrino, btnChiusuraGiorno, btnXRep, btnDGFE, btnDataOra})
-        b->setEnabled(enabled);
-}
-
-void KelvoFpSimulaForm::btnXRep_Click()
-{
-    XRepForm form(this);
-    form.exec();
-}
-
-void KelvoFpSimulaForm::btnDGFE_Click()
-{
-    DGFEForm form(this);
-    form.exec();
-}
-
-void KelvoFpSimulaForm::btnDataOra_Click()
-{
-    DataOraForm::WizardMode = false;
-    DataOraForm form(this);
-    form.exec();
-}
-
-void KelvoFpSimulaForm::btnMonitor_Click()
-{
-    FpMonitorForm form(this);
-    form.exec();
+    txtDisplay->setText(keypad.Display);
+    if (txtDescProd->text() != keypad.Description)
+        txtDescProd->setText(keypad.Description);
+    for (auto [button, key] : m_keys)
+        button->setEnabled(!keypad.Locked || !KeypadModel::shutByLock(key));
+    for (QPushButton *b : {btnXRep, btnDGFE, btnDataOra})
+        b->setEnabled(!keypad.Locked);
 }
 
 // --- Physical keyboard ---------------------------------------------------------------------
 
 void KelvoFpSimulaForm::keyPressEvent(QKeyEvent *event)
 {
-    // Each key stands for an on-screen key and clicks it: a disabled
+    // A typing key clicks the on-screen key it stands for: a disabled
     // (locked) key stays dead from the keyboard too.
-    QPushButton *target = nullptr;
-    const int k = event->key();
-    const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-    if (plain && k >= Qt::Key_1 && k <= Qt::Key_9)
-        target = btnTastiera[k - Qt::Key_1];
-    else if (plain && k == Qt::Key_0)
-        target = btnTastiera[9];
-    else if (plain && (k == Qt::Key_Comma || k == Qt::Key_Period))
-        target = btnDecimali;
-    else if (plain && (k == Qt::Key_Asterisk || k == Qt::Key_X))
-        target = btnMoltiplicatoreProd;
-    else if (plain && k == Qt::Key_Delete)
-        target = btnCanc;
-    else if (plain && k >= Qt::Key_F1 && k <= Qt::Key_F4)
-        target = (event->modifiers() & Qt::ShiftModifier) ? btnStorno[k - Qt::Key_F1] : btnRep[k - Qt::Key_F1];
-    else if (plain && (k == Qt::Key_Return || k == Qt::Key_Enter))
-        target = btnContante; // the till's total key
-    if (!target) {
-        QDialog::keyPressEvent(event); // Esc still closes the form
+    if (const auto k = KeypadModel::keyForTyping(event->key(), event->modifiers())) {
+        for (auto [button, key] : m_keys)
+            if (key == *k)
+                button->click();
+        event->accept();
         return;
     }
-    target->click();
-    event->accept();
+    QDialog::keyPressEvent(event); // Esc still closes the form
 }
 
 bool KelvoFpSimulaForm::eventFilter(QObject *watched, QEvent *event)
@@ -779,27 +362,17 @@ bool KelvoFpSimulaForm::eventFilter(QObject *watched, QEvent *event)
 
 void KelvoFpSimulaForm::mSetup_Click()
 {
-    if (gFPControl->Busy())
-        return;
-    int16_t flag = 1;
-    if (gFPControl->ReadFlag(flag) == 0)
-        mApprend->setChecked(gFPControl->FlagValue() == 1);
+    if (const std::optional<bool> learning = keypad.learningMode())
+        mApprend->setChecked(*learning);
 }
 
 void KelvoFpSimulaForm::mApprend_Click()
 {
     // The action has already flipped its own mark: the printer decides.
-    mApprend->setChecked(!mApprend->isChecked());
-    if (gFPControl->Busy())
-        return;
-    int16_t flag = 1;
-    int16_t result = gFPControl->WriteFlag(flag, mApprend->isChecked() ? 0 : 1);
-    if (result != 0) {
-        ReportResult(result);
-        return;
-    }
-    mApprend->setChecked(!mApprend->isChecked());
-    MsgBox::show(mApprend->isChecked() ? QStringLiteral("Modalità apprendimento") : QStringLiteral("Modalità fiscale"));
+    const bool learning = mApprend->isChecked();
+    mApprend->setChecked(!learning);
+    if (keypad.setLearningMode(learning))
+        mApprend->setChecked(learning);
 }
 
 void KelvoFpSimulaForm::OpenTable(int16_t tableKind)
@@ -812,52 +385,14 @@ void KelvoFpSimulaForm::OpenTable(int16_t tableKind)
     unsetCursor();
 }
 
-void KelvoFpSimulaForm::mFlag_Click()
+void KelvoFpSimulaForm::resetTotals(const QString &question, void (KeypadModel::*reset)())
 {
-    InstallFlagForm::StandaloneMode = true;
-    InstallFlagForm form(this);
-    form.exec();
-}
-
-void KelvoFpSimulaForm::mLoghi_Click()
-{
-    InstallLogoForm::StandaloneMode = true;
-    InstallLogoForm form(this);
-    form.exec();
-}
-
-void KelvoFpSimulaForm::mHeader_Click()
-{
-    InstallHeaderForm::StandaloneMode = true;
-    InstallHeaderForm form(this);
-    form.exec();
-}
-
-void KelvoFpSimulaForm::mnuResetTotPLU_Click()
-{
-    if (MsgBox::show(QStringLiteral("Si proprio sicuro di voler resettare il totale dei PLU"),
-                     QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+    if (MsgBox::show(question, QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
-    {
-        WaitCursor wait;
-        // No test of Busy and no look at the results: the reset runs through.
-        for (int16_t plu = 1; plu <= 1000; ++plu) {
-            int16_t number = plu;
-            gFPControl->ResetTotalePlu(number);
-        }
-    }
-    MsgBox::show(kDone, QMessageBox::Ok, QMessageBox::Information);
-}
-
-void KelvoFpSimulaForm::mnuResetTotPromoTable_Click()
-{
-    if (MsgBox::show(QStringLiteral("Sei proprio sicuro di voler resettare il totale della tabella delle promozioni"),
-                     QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
-        return;
-    {
-        WaitCursor wait;
-        for (int32_t table = 1; table <= 3; ++table)
-            gFPControl->ResetTotalePromo(table, 0);
-    }
+    // The hourglass over the whole program while the loop holds the thread;
+    // a failure there ends the run.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    (keypad.*reset)();
+    QApplication::restoreOverrideCursor();
     MsgBox::show(kDone, QMessageBox::Ok, QMessageBox::Information);
 }

@@ -5,7 +5,10 @@
 #include <cstdint>
 #include <optional>
 
-#include "settings/Currency.h"
+#include "KeypadModel.h"
+
+#include <utility>
+#include <vector>
 
 class QAction;
 class QComboBox;
@@ -15,29 +18,19 @@ class QMenu;
 class QMenuBar;
 class QPushButton;
 
-// "KelvoFpDemo": the on-screen cash-register keypad. Each key sends one
-// operation to the printer; the form keeps only the entry being keyed, and
-// the printer keeps the receipt, its totals and its rules. The menus open the
-// printer's programming screens, switch the learning mode and reset the PLU
-// and promotion totals.
+// "KelvoFpDemo": the on-screen cash-register keypad. The form lays out the
+// keys and hands each press to its KeypadModel, which keeps the entry and
+// talks to the printer; the form shows the display it leaves. The menus open
+// the printer's programming screens, switch the learning mode and reset the
+// PLU and promotion totals.
 class KelvoFpSimulaForm : public QDialog
 {
     Q_OBJECT
 public:
     explicit KelvoFpSimulaForm(QWidget *parent = nullptr);
 
-    // --- Keypad state --------------------------------------------------------
-    QString Entry;           // keyed and not yet used: "", p, or q " x " p
-    double Quantity = 1.0;   // the multiplier
-    double Price = 0;        // unit price of the sale under way
-    bool DecimalKeyed = false;
-    int16_t DecimalDigits = 0;
-    bool EntryPosted = false; // sent as a sale: the next digit starts afresh
-    int16_t Operator = 1;
-    // A part was paid or the subtotal adjusted: the sale keys are shut. It
-    // outlives the form, as the receipt outlives it in the printer.
-    static bool PaymentOpen;
-    QString DecimalSeparator;
+    // The keypad itself: its entry, its rules and its display.
+    KeypadModel keypad;
 
     // --- Screen ------------------------------------------------------------------
     QMenuBar *menuBar;
@@ -96,61 +89,26 @@ public:
     QPushButton *btnEsci;
 
     // --- Keys ----------------------------------------------------------------------
-    void ResetKeypad();
-    void SetKeysEnabled(bool enabled);
-
+    // A key of the keypad pressed, by mouse or keyboard: the typed
+    // description goes with it, and the display shows what it left.
+    void press(KeypadModel::Key key);
     void comboOperatore_Click();
-    void btnTastiera_Click(int index);
-    void btnDecimali_Click();
-    void btnMoltiplicatoreProd_Click();
-    void btnRep_Click(int index);
-    void btnStorno_Click(int index);
-    void btnAbbuonoPiuVal_Click(int index);
-    void btnAbbuonoMenoVal_Click(int index);
-    void btnScontoPercPiu_Click(int index);
-    void btnScontoPercMeno_Click(int index);
-    void btnContante_Click();
-    void btnAssegno_Click();
-    void btnCartaCredito_Click();
-    void btnTicket_Click();
-    void btnContanteDesc_Click();
-    void btnSubTot_Click();
-    void btnApriCassetto_Click();
-    void btnAvanzaScontrino_Click();
-    void btnChiusuraGiorno_Click();
-    void btnBloccaTasti_Click();
-    void btnSbloccaTasti_Click();
-    void btnXRep_Click();
-    void btnDGFE_Click();
-    void btnDataOra_Click();
-    void btnMonitor_Click();
 
     // --- Menus ---------------------------------------------------------------------
     void mSetup_Click(); // the menu "Strumenti" opens
     void mApprend_Click();
     void OpenTable(int16_t tableKind);
-    void mFlag_Click();
-    void mLoghi_Click();
-    void mHeader_Click();
-    void mnuResetTotPLU_Click();
-    void mnuResetTotPromoTable_Click();
+    // Asks first; the hourglass while the printer resets.
+    void resetTotals(const QString &question, void (KeypadModel::*reset)());
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    enum class Adjustment { Amount, Percent };
-    void adjust(int index, bool surcharge, Adjustment kind, const QString &missingWord);
-    // Sale and void share their conditions and their first step; false when
-    // the key does nothing.
-    bool takeSaleEntry();
-    // After a payment: PaymentOpen follows what is left to pay.
-    void afterPayment(int16_t result, const Currency &amountSent);
-    void payReceipt(const QString &description, const Currency &amount, int32_t type, int16_t tickets);
-    bool holdsX() const { return Entry.contains(QLatin1Char('x')); }
-    QString beforeX() const;
-    QString afterX() const;
+    QPushButton *bound(QPushButton *button, KeypadModel::Key key);
+    void showKeypad();
     void buildScreen();
     void buildMenus();
+    std::vector<std::pair<QPushButton *, KeypadModel::Key>> m_keys;
 };

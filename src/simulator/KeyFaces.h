@@ -4,11 +4,14 @@
 #include <QIcon>
 #include <QString>
 
-// The faces of the keypad's picture keys, drawn here rather than loaded:
-// a rounded key cap with a glyph, or a small symbol for the device keys.
+// The faces of the keypad's picture keys, drawn here rather than loaded: a
+// glyph, on a coloured cap where the key has a colour, or a small symbol for
+// the device keys. The button around them is the only frame. They are drawn
+// afresh at the size and pixel ratio asked for, so they stay sharp at any
+// screen scale.
 namespace KeyFaces {
 
-constexpr int Size = 48; // pixels of a face
+constexpr int Size = 48; // logical pixels of a face
 
 enum class Symbol { Drawer, Feed, Lock, Unlock };
 

@@ -1,10 +1,10 @@
-// The header and flag steps against the emulated printer over loopback TCP:
-// the header read back, programmed and printed on the next receipt at the
-// model's width; a header the printer refuses until a closure; flags and
-// parameters changed; rounds that meet what the printer does not have.
+// The header step against the emulated printer over loopback TCP: the header
+// read back, programmed and printed on the next receipt at the model's width.
+// (A header refused until a closure, flags that change the printer's rules
+// and rounds that meet flags the printer does not have are the printer
+// model's rules and the screens' own tests on a scripted printer.)
 #include "EmulatorTestEnv.h"
 #include "TestFiles.h"
-#include "commissioning/InstallFlagForm.h"
 #include "commissioning/InstallHeaderForm.h"
 
 #include <QCheckBox>
@@ -43,7 +43,6 @@ private Q_SLOTS:
     {
         env.emplace();
         InstallHeaderForm::StandaloneMode = true;
-        InstallFlagForm::StandaloneMode = true;
     }
     void cleanup() { env.reset(); }
 
@@ -88,63 +87,6 @@ private Q_SLOTS:
                                                  ("VIA ROMA 1, " + QString(40, 'X')).left(width), "P.IVA 0123"}));
         QCOMPARE(run("ReadHeaderStyle", {"2"}).property("HeaderStyle"), QStringLiteral("2"));
         QVERIFY(TestFiles::contentOf(env->folder.filePath("KX90ProgQN41100123.xml")).contains("R1=\"BAR SPORT\""));
-    }
-
-    void headerRefusedUntilAClosure()
-    {
-        QVERIFY(env->startOnTcp());
-        sale(); // a fiscal receipt: the header is fixed until the closure
-        InstallHeaderForm form;
-        markRows(form);
-        form.txtR[0]->setText("ALTRO NOME");
-        form.btnNext_Click();
-        // The refusal stops the lines without a word; the record is kept.
-        QVERIFY(MsgBox::shownTexts().isEmpty());
-        QCOMPARE(run("ReadHeaderLine", {"1"}).property("HeaderLineText").trimmed(), QStringLiteral("KELVO DEMO S.R.L."));
-        QVERIFY(TestFiles::contentOf(env->folder.filePath("KX90ProgQN41100123.xml")).contains("R1=\"ALTRO NOME\""));
-    }
-
-    void flagsChanged()
-    {
-        QVERIFY(env->startOnTcp());
-        InstallFlagForm form;
-        QVERIFY(form.Check1[4]->isChecked()); // flag 12, on in a new printer
-        form.Check1[7]->setChecked(true);     // flag 13, OBBLIGA SUBTOTALE
-        form.txtIntensPrn->setText("20");
-        form.comboLarg->setCurrentIndex(1);
-        form.btnNext->click();
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione flag avvenuta!"});
-        QCOMPARE(run("ReadFlag", {"13"}).property("FlagValue"), QStringLiteral("1"));
-        QCOMPARE(run("ReadParam", {"7"}).property("ParamValue"), QStringLiteral("20"));
-        QCOMPARE(run("ReadParam", {"12"}).property("ParamValue"), QStringLiteral("1"));
-        // The printer now wants a subtotal before the payment.
-        QCOMPARE(run("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
-        QCOMPARE(run("PayReceipt", {"1", "", "0", "0", "0", "1"}).errorCode(), 11);
-    }
-
-    void roundsMeetWhatThePrinterDoesNotHave()
-    {
-        EmulatorConfig config;
-        config.flags = 12;  // 13, 25..28 are not there
-        config.params = 10; // nor 11..13
-        QVERIFY(env->startOnTcp(config));
-        InstallFlagForm form;
-        // Each missing flag is told at the reading; the fields of the
-        // missing parameters stay empty.
-        QCOMPARE(MsgBox::shownTexts().size(), 5 + 3);
-        QCOMPARE(MsgBox::shownTexts().first(), QStringLiteral("Errore del registratore di cassa: NON PREVISTO.\r\n"));
-        QCOMPARE(form.txtNCassa->text(), QString());
-        MsgBox::clearShown();
-        form.Check1[0]->setChecked(true);  // flag 1, learning mode
-        form.Check1[7]->setChecked(true);  // flag 13: not compared, not sent, recorded
-        form.txtNCassa->setText("3");
-        form.btnNext->click();
-        // The round stops at parameter 11, which the printer refuses.
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Errore del registratore di cassa: NON PREVISTO.\r\n"});
-        QCOMPARE(run("ReadFlag", {"1"}).property("FlagValue"), QStringLiteral("1"));
-        const QByteArray file = TestFiles::contentOf(env->folder.filePath("KX90ProgQN41100123.xml"));
-        QVERIFY(file.contains("<InstallFlagS14 f1=\"1\" f4=\"0\" f3=\"0\" f7=\"0\" f12=\"1\" f8=\"0\" f13=\"1\""));
-        QVERIFY(file.endsWith("<InstallFlagS15 f7=\"12\" f8=\"8\"/></settings>"));
     }
 };
 

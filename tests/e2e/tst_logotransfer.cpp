@@ -2,10 +2,10 @@
 // standard logo of the installation lands in the logo memory and heads the
 // next receipt; a transfer that the line cuts half-way ends in the failure
 // message and leaves the memory and the logo number alone; a huge file is
-// refused at once; the memory clear.
+// refused at once. (The memory clear is the screen's bytes and the printer
+// model's rule.)
 #include "EmulatorTestEnv.h"
 #include "TestFiles.h"
-#include "commissioning/InstallLogoForm.h"
 #include "commissioning/LoghiForm.h"
 #include "commissioning/LoghiPersForm.h"
 
@@ -115,22 +115,6 @@ private Q_SLOTS:
         QCOMPARE(pieces, 2 + 3 * 1024 * 1024 / 100 + 1); // opening, whole pieces, rest, closing
         QVERIFY(memory().logos.isEmpty());
         QCOMPARE(param(9), 0);
-    }
-
-    void clearingTheMemory()
-    {
-        start(EmulatorConfig::Model::KX90II);
-        QCOMPARE(env->emu->execute("LoadLogoFile", {shipped("02_pasqua_80.bin")}).result, 0);
-        QCOMPARE(env->emu->execute("LoadLogoFile", {shipped("05_NataleB_80.bin")}).result, 0);
-        InstallLogoForm::StandaloneMode = true;
-        InstallLogoForm form;
-        QVERIFY(!form.btnDelLoghi->isHidden());
-        MsgBox::queueAnswer(QMessageBox::Yes);
-        form.btnDelLoghi->click();
-        QCOMPARE(MsgBox::shownTexts().last(), QStringLiteral("Pulizia memoria loghi grafici completata!"));
-        QVERIFY(memory().logos.isEmpty());
-        QVERIFY(printed().contains("AREA LOGHI CANCELLATA"));
-        QCOMPARE(status().right(1), QStringLiteral("1"));
     }
 };
 

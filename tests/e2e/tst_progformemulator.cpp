@@ -1,7 +1,7 @@
 // The table editor against the emulated printer over loopback TCP: a row of
 // each table read, changed and read back; the department count beyond the
-// printer's; the VAT defaults on a printer without rates; a refused value;
-// and a line that drops between two rows.
+// printer's. (The VAT defaults, a refused value and a failed write are the
+// editor's own test on a scripted printer.)
 #include "EmulatorTestEnv.h"
 #include "printer/SharedState.h"
 #include "programming/ProgForm.h"
@@ -117,46 +117,6 @@ private Q_SLOTS:
         // Department 1 has VAT row 4: the grid shows the rate.
         QCOMPARE(form.gridModel->grid().text(1, 3), QStringLiteral("4"));
         QCOMPARE(form.gridModel->grid().text(9, 3), QString()); // no VAT row
-    }
-
-    void defaultsOnAPrinterWithoutRates()
-    {
-        start();
-        for (int n = 1; n <= 4; ++n)
-            QCOMPARE(env->emu->execute("WriteIva", {QByteArray::number(n), "0"}).result, 0);
-        ProgForm::TableKind = 4;
-        ProgForm form;
-        QStringList rates;
-        for (int n = 1; n <= 4; ++n)
-            rates << read("ReadIva", n).property("IvaAliquota");
-        QCOMPARE(rates, QStringList({"4", "10", "20", "0"}));
-        QCOMPARE(form.comboIVA->itemText(2), QStringLiteral("20"));
-        QVERIFY(MsgBox::shownTexts().isEmpty());
-    }
-
-    void refusalAndADroppedLine()
-    {
-        start();
-        ProgForm::TableKind = 3;
-        ProgForm form;
-        // A rate the printer refuses: its message, and the grid as it was.
-        form.selectRow(4);
-        form.txtDesc->setText("150");
-        form.btnAdd->click();
-        QCOMPARE(MsgBox::shownTexts().size(), 1);
-        QVERIFY(MsgBox::shownTexts().first().contains("VALORE ERRATO"));
-        QCOMPARE(form.gridModel->grid().text(4, 1), QStringLiteral("4"));
-
-        // The printer goes away between two rows: each command reports, the
-        // fields and the grid stay as they were.
-        MsgBox::clearShown();
-        env->emu->setPower(false);
-        form.selectRow(2);
-        form.txtDesc->setText("11");
-        form.btnAdd->click();
-        QCOMPARE(MsgBox::shownTexts().size(), 2); // the selection's read, the write
-        QCOMPARE(form.txtDesc->text(), QStringLiteral("11"));
-        QCOMPARE(form.gridModel->grid().row(2), QStringList({"2", "10"}));
     }
 };
 

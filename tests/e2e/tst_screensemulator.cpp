@@ -1,16 +1,14 @@
 // The core screens against the emulated printer, over the real control: the
-// speed search on a pseudo-terminal, the printer's refusal of a date before
-// the last closure, the closure that a sale makes necessary, and the setup
-// saved from the main form.
+// speed search on a pseudo-terminal and the setup saved from the main form.
+// (The date rules are the printer model's; the date screen's answers to them
+// are its own test.)
 #include "EmulatorTestEnv.h"
-#include "app/DataOraForm.h"
 #include "app/FiscordaForm.h"
 #include "app/Main.h"
 #include "app/SetupPrnForm.h"
 
 #include <QAction>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -21,8 +19,6 @@ class TestScreensEmulator : public QObject
 {
     Q_OBJECT
     std::optional<EmulatorTestEnv> env;
-
-    void run(const char *name, const QList<QByteArray> &args) { QCOMPARE(env->run(name, args).result, 0); }
 
 private Q_SLOTS:
     void init()
@@ -49,33 +45,6 @@ private Q_SLOTS:
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Velocità impostata a 19200"});
         QCOMPARE(form.comboSpeed->currentText(), QStringLiteral("19200"));
         QCOMPARE(QList<int>({control.TimeoutAck(), control.TimeoutOp()}), QList<int>({-1, -1}));
-    }
-
-    void dateBeforeTheLastClosure()
-    {
-        QVERIFY(env->connectTcp());
-        run("FiscalClosure", {"1"});
-        DataOraForm form;
-        form.dtData->setDate(form.dtData->date().addDays(-1));
-        form.btnSet->click();
-        QCOMPARE(MsgBox::shownTexts().last(), QStringLiteral("Errore del registratore di cassa: DATA INFERIORE.\r\n"));
-        QVERIFY(!form.dateSet);
-    }
-
-    void saleMakesTheClosureComeFirst()
-    {
-        QVERIFY(env->connectTcp());
-        run("SellReparto", {"1", "1", "PANE", "25000", "1", "1"});
-        run("PayReceipt", {"1", "", "0", "0", "0", "1"});
-        DataOraForm form;
-        MsgBox::clearShown();
-        form.dtData->setDate(form.dtData->date().addDays(1));
-        form.btnSet->click(); // yes to both questions
-        QCOMPARE(MsgBox::shownTexts().first(),
-                 QStringLiteral("Per programmare la data bisogna fare una chiusura fiscale. Procedo con la chiusura fiscale?"));
-        QCOMPARE(MsgBox::shownTexts().last(), QStringLiteral("Aggiornamento Data/Ora eseguito"));
-        QVERIFY(env->roll().join('\n').contains("CHIUSURA GIORNALIERA"));
-        QVERIFY(form.dateSet);
     }
 
     void setupSavedFromTheMainForm()

@@ -1,17 +1,15 @@
 // The cash-register simulator against the emulated printer over the real
-// control: a whole receipt and what it prints, the eight X reports, the
-// learning mode switched from the menu, the printer's refusals and a dropped
-// line as the technician sees them, and the resets of the totals.
+// control: a whole receipt and what it prints, and the eight X reports. (What
+// the keypad does with a refusal or a dropped line, the learning mode and the
+// resets of the totals are the keypad model's test; the printer's refusals
+// its model's.)
 #include "EmulatorTestEnv.h"
 #include "settings/Conversions.h"
 #include "simulator/KelvoFpSimulaForm.h"
 #include "simulator/XRepForm.h"
 
-#include <QAction>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QtTest>
 
@@ -57,7 +55,7 @@ private Q_SLOTS:
     {
         env.emplace();
         Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
-        Form::PaymentOpen = false;
+        KeypadModel::PaymentOpen = false;
         QVERIFY(env->start());
         env->emu->model().context().systemClock = [] { return QDateTime(QDate(2026, 3, 10), QTime(9, 30)); };
         QVERIFY(env->connectTcp());
@@ -76,10 +74,10 @@ private Q_SLOTS:
                    "3 x 1 , 2 btnRep_1 0 , 3 btnAbbuonoMenoVal_0 "
                    "4 btnRep_3 4 btnStorno_3 "
                    "btnSubTot 2 btnAssegno");
-        QVERIFY(Form::PaymentOpen);
+        QVERIFY(KeypadModel::PaymentOpen);
         keys(form, "9 btnRep_0");                  // shut while the payment is open
         keys(form, "btnCanc 1 0 btnContante");
-        QVERIFY(!Form::PaymentOpen);
+        QVERIFY(!KeypadModel::PaymentOpen);
         QCOMPARE(MsgBox::shownTexts(), QStringList());
         const QStringList expected{
             "   K E L V O   D E M O   S . R . L .",
@@ -150,69 +148,6 @@ private Q_SLOTS:
         QVERIFY2(title > 0, qPrintable(printed.join('\n')));
         QCOMPARE(printed.mid(title, 2), lines.mid(0, 2));                  // the report, day or period
         QCOMPARE(printed.mid(title + 3, lines.size() - 2), lines.mid(2)); // under the rule
-    }
-
-    void learningModeFromTheMenu()
-    {
-        Form form;
-        Q_EMIT form.mSetup->aboutToShow();
-        QVERIFY(!form.mApprend->isChecked());
-        form.mApprend->trigger();
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Modalità apprendimento"});
-        keys(form, "3 btnRep_0 btnContante");
-        const QString receipt = paper().join('\n');
-        QVERIFY2(receipt.contains("MODALITA' APPRENDIMENTO") && receipt.contains("DOCUMENTO NON FISCALE")
-                     && !receipt.contains("SC. N."), qPrintable(receipt));
-
-        Form reopened; // the mark is the printer's, read as the menu opens
-        QVERIFY(!reopened.mApprend->isChecked());
-        Q_EMIT reopened.mSetup->aboutToShow();
-        QVERIFY(reopened.mApprend->isChecked());
-        reopened.mApprend->trigger();
-        QCOMPARE(MsgBox::shownTexts().last(), QStringLiteral("Modalità fiscale"));
-        keys(reopened, "3 btnRep_0 btnContante");
-        QVERIFY(paper().join('\n').contains("SC. N. 0001"));
-    }
-
-    void refusalsAndADroppedLine()
-    {
-        env->emu->model().memory().departments[3].iva = 0; // REP 4 without a VAT row
-        Form form;
-        keys(form, "4 btnRep_3 5 btnRep_0");
-        XRepForm(&form).btnFinGior->click();
-        keys(form, "9 btnAbbuonoMenoVal_0");       // larger than the item
-        form.mApprend->trigger();                  // not while a receipt is open
-        keys(form, "1 0 0 btnAssegno");            // a cheque beyond what is due
-        keys(form, "btnContante");
-        QCOMPARE(MsgBox::shownTexts(), QStringList({
-            "Errore del registratore di cassa: NON PROGRAMMATO.\r\n",
-            "Errore del registratore di cassa: CHIUDERE LO SCONTRINO.\r\n",
-            "Errore del registratore di cassa: SUPERA VALORE.\r\n",
-            "Errore del registratore di cassa: CHIUDERE LO SCONTRINO.\r\n",
-            "Errore del registratore di cassa: SUPERA VALORE.\r\n",
-        }));
-        QVERIFY(!form.mApprend->isChecked());
-        QVERIFY(!Form::PaymentOpen);
-
-        MsgBox::clearShown();
-        env->emu->setPower(false);
-        keys(form, "5 btnRep_0");
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Registratore non collegato.\r\n"});
-        QVERIFY(form.EntryPosted);
-    }
-
-    void resetsOfTotals()
-    {
-        PrinterMemory &memory = env->emu->model().memory();
-        Form form;
-        keys(form, "2 desc:7 btnRep_0 1 desc:8001234567890 btnRep_1 btnContante"); // a PLU and a promotion
-        QCOMPARE(memory.pluTotals.value(7), Currency::fromUnits(2));
-        QCOMPARE(memory.promos[0].total, Currency::fromUnits(1));
-        form.mnuResetTotPLU->trigger();
-        form.mnuResetTotPromoTable->trigger();
-        QVERIFY(memory.pluTotals.isEmpty());
-        QCOMPARE(memory.promos[0].total, Currency());
-        QCOMPARE(MsgBox::shownTexts().count("Operazione completata!"), 2);
     }
 };
 

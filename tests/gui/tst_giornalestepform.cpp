@@ -72,7 +72,7 @@ private Q_SLOTS:
     void tabRules_data()
     {
         QTest::addColumn<bool>("on");
-        QTest::addColumn<QList<int>>("clicks"); // tab clicked; -1 AVANTI, -2 INDIETRO
+        QTest::addColumn<QList<int>>("clicks"); // tab clicked; -1 AVANTI, -2 INDIETRO, -3 the control turns busy
         QTest::addColumn<QStringList>("texts");
         QTest::addColumn<int>("tab");
         QTest::addColumn<int>("probes");
@@ -86,6 +86,7 @@ private Q_SLOTS:
         QTest::newRow("off, steps then jump back") << false << QList<int>{-1, -1, -1, 0} << QStringList{kJump} << 3 << 1;
         QTest::newRow("off, forward and back by tabs") << false << QList<int>{1, 2, 1, 0} << QStringList{} << 0 << 1;
         QTest::newRow("on, probe until found off") << true << QList<int>{1, 1} << QStringList{kOff, kOff} << 0 << 2;
+        QTest::newRow("busy control counts as on") << false << QList<int>{-3, -1} << QStringList{kOff} << 0 << 0;
     }
     void tabRules()
     {
@@ -99,6 +100,8 @@ private Q_SLOTS:
                 form.btnFwd->click();
             else if (c == -2)
                 form.btnBack->click();
+            else if (c == -3)
+                env->fake.busy = true;
             else
                 clickTab(form, c);
         }
@@ -110,16 +113,6 @@ private Q_SLOTS:
         const int tab = form.SSTab1->currentIndex();
         QCOMPARE(form.btnBack->isEnabled(), tab != 0);
         QCOMPARE(form.btnFwd->text(), tab == 5 ? QStringLiteral("FINE") : QStringLiteral("AVANTI"));
-    }
-
-    void busyControlCountsAsOn()
-    {
-        GiornaleStepForm form;
-        env->fake.busy = true;
-        form.btnFwd->click();
-        QCOMPARE(MsgBox::shownTexts(), QStringList{kOff});
-        QCOMPARE(form.SSTab1->currentIndex(), 0);
-        QCOMPARE(env->fake.count("ReadDateTime"), 0);
     }
 
     void secondStepByModel_data()

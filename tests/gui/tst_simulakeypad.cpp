@@ -1,8 +1,7 @@
-// The sale keypad as a state machine: key sequences against the exact
-// commands and arguments they send, the display and the messages they leave;
-// the shut sale keys that outlive the form; the decimal key of two locales;
-// the physical keyboard; the lock; the menus and the screens the keys open;
-// and the eight X reports.
+// The sale keypad's window: every key wired to its rule (the rules
+// themselves are tested on the model), the physical keyboard, the keys the
+// lock leaves alive, the menus and the screens the keys open; and the eight
+// X reports.
 #include "FormTestEnv.h"
 #include "app/DataOraForm.h"
 #include "commissioning/InstallFlagForm.h"
@@ -23,48 +22,9 @@
 
 using Form = KelvoFpSimulaForm;
 
-static const QString kCloseReceipt = "Errore del registratore di cassa: CHIUDERE LO SCONTRINO.\r\n";
-static const QString kNoLine = "Registratore non collegato.\r\n";
-static const QString kTooLarge = "Valore troppo grande: la cifra impostata non può essere inviata alla stampante.";
+using Key = KeypadModel::Key;
 
-// One token of a sequence: a key of the form, or a change of the printer.
-static void press(Form &f, FakeFPControl &fake, const QString &t)
-{
-    static const QStringList digits{"1", "2", "3", "4", "5", "6", "7", "8", "9", "0", "00"};
-    const QHash<QString, QPushButton *> keys{
-        {",", f.btnDecimali}, {"x", f.btnMoltiplicatoreProd}, {"CL", f.btnCanc}, {"SUB", f.btnSubTot},
-        {"CASH", f.btnContante}, {"CHQ", f.btnAssegno}, {"CARD", f.btnCartaCredito}, {"TKT", f.btnTicket},
-        {"CDESC", f.btnContanteDesc}, {"DRAW", f.btnApriCassetto}, {"FEED", f.btnAvanzaScontrino},
-        {"Z", f.btnChiusuraGiorno}, {"LOCK", f.btnBloccaTasti}, {"UNLOCK", f.btnSbloccaTasti},
-        {"+E0", f.btnAbbuonoPiuVal[0]}, {"-E0", f.btnAbbuonoMenoVal[0]}, {"+P0", f.btnScontoPercPiu[0]},
-        {"-P0", f.btnScontoPercMeno[0]}, {"+E1", f.btnAbbuonoPiuVal[1]}, {"-E1", f.btnAbbuonoMenoVal[1]},
-        {"+P1", f.btnScontoPercPiu[1]}, {"-P1", f.btnScontoPercMeno[1]}};
-    const QStringList parts = t.split(':');
-    if (digits.contains(t))
-        f.btnTastiera[digits.indexOf(t)]->click();
-    else if (keys.contains(t))
-        keys[t]->click();
-    else if (t.size() == 2 && (t[0] == 'R' || t[0] == 'S'))
-        (t[0] == 'R' ? f.btnRep[t[1].digitValue() - 1] : f.btnStorno[t[1].digitValue() - 1])->click();
-    else if (parts[0] == "desc")
-        f.txtDescProd->setText(QString(parts[1]).replace('_', ' '));
-    else if (parts[0] == "op") {
-        f.comboOperatore->setCurrentText(parts[1]);
-        Q_EMIT f.comboOperatore->activated(f.comboOperatore->currentIndex());
-    } else if (t == "busy" || t == "free")
-        fake.busy = t == "busy";
-    else if (t == "open")
-        Form::PaymentOpen = true;
-    else if (parts[0] == "res") // what the printer says is left, in Currency's wire form
-        fake.setProperty("PaymentResidue", parts[1]);
-    else if (parts[0] == "refuse") { // refuse:Name:ErrorCode
-        fake.queueResult(parts[1], -1);
-        fake.setProperty("ErrorCode", parts[2]);
-    } else if (parts[0] == "fail") // fail:Name:result
-        fake.queueResult(parts[1], int16_t(parts[2].toInt()));
-    else
-        QFAIL(qPrintable("unknown token " + t));
-}
+static const QString kCloseReceipt = "Errore del registratore di cassa: CHIUDERE LO SCONTRINO.\r\n";
 
 static QStringList sent(const FakeFPControl &fake)
 {
@@ -84,7 +44,7 @@ private Q_SLOTS:
     {
         env.emplace();
         Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
-        Form::PaymentOpen = false;
+        KeypadModel::PaymentOpen = false;
     }
     void cleanup()
     {
@@ -92,177 +52,47 @@ private Q_SLOTS:
         Conv::setLocaleForTests(QLocale::system());
     }
 
-    void keySequences_data()
+    // Each key after a figure (a count x value for the cash description)
+    // does on the form what its rule does on a bare keypad.
+    void everyKeyIsWired()
     {
-        QTest::addColumn<QString>("keys");
-        QTest::addColumn<QStringList>("calls");
-        QTest::addColumn<QString>("display");
-        QTest::addColumn<QStringList>("messages");
-        QTest::addColumn<bool>("paymentOpen");
-        const auto sell = [](const QString &q, const QString &d, const QString &p, int n, int op = 1) {
-            return QString("SellReparto(%1,%2,%3,%4,%5,1)").arg(op).arg(q, d, p).arg(n);
-        };
-        const auto pay = [](const QString &d, const QString &a, int type, int n) {
-            return QString("PayReceipt(1,%1,%2,%3,%4,1)").arg(d, a).arg(type).arg(n);
-        };
-        const QStringList none;
-
-        // Figures as they are keyed
-        QTest::newRow("0 then 5 is 5") << "0 5 R1" << QStringList{sell("1", "REP 1", "50000", 1)} << "1 x 5" << none << false;
-        QTest::newRow("0 comma 5 is 0,5") << "0 , 5 R1" << QStringList{sell("1", "REP 1", "5000", 1)} << "1 x 0,5" << none << false;
-        QTest::newRow("fourth decimal ignored") << "1 , 2 3 4 5 R1" << QStringList{sell("1", "REP 1", "12340", 1)} << "1 x 1,234" << none << false;
-        QTest::newRow("00 after two decimals ignored, count stays at 4")
-            << "1 , 2 3 00 5" << none << "1,23" << none << false;
-        QTest::newRow("20th accepted, 21st refused") << QString("1 ").repeated(21).trimmed() << none
-                                                     << QString("1").repeated(20) << none << false;
-        QTest::newRow("00 can reach 21") << QString("1 ").repeated(19) + "00" << none << QString("1").repeated(19) + "00" << none << false;
-        QTest::newRow("second comma ignored") << "1 , , 5 R1" << QStringList{sell("1", "REP 1", "15000", 1)} << "1 x 1,5" << none << false;
-        QTest::newRow("comma on empty keypad does nothing") << ", 5" << none << "5" << none << false;
-        QTest::newRow("CL clears the figure") << "5 CL 7 R1" << QStringList{sell("1", "REP 1", "70000", 1)} << "1 x 7" << none << false;
-
-        // Sales, voids, multiplication
-        QTest::newRow("REP twice sends one sale") << "5 R1 R1" << QStringList{sell("1", "REP 1", "50000", 1)} << "1 x 5" << none << false;
-        QTest::newRow("REP on empty keypad") << "R1 S1" << none << "0" << none << false;
-        QTest::newRow("3 x 2 on REP 2") << "3 x 2 R2" << QStringList{sell("3", "REP 2", "20000", 2)} << "3 x 2" << none << false;
-        QTest::newRow("next sale back to quantity 1") << "3 x 2 R2 4 R1"
-            << QStringList{sell("3", "REP 2", "20000", 2), sell("1", "REP 1", "40000", 1)} << "1 x 4" << none << false;
-        QTest::newRow("decimal quantity, second multiplier ignored") << "1 , 5 x x 2 R4"
-            << QStringList{sell("1.5", "REP 4", "20000", 4)} << "1,5 x 2" << none << false;
-        QTest::newRow("multiplier on empty keypad") << "x 5 R1" << QStringList{sell("1", "REP 1", "50000", 1)} << "1 x 5" << none << false;
-        QTest::newRow("quantity zero goes to the printer") << "0 x 5 R1" << QStringList{sell("0", "REP 1", "50000", 1)} << "0 x 5" << none << false;
-        QTest::newRow("description cut to 25, then trimmed") << "desc:_Formaggio_grana_padano__stagionato 9 R1"
-            << QStringList{sell("1", "Formaggio grana padano", "90000", 1)} << "1 x 9" << none << false;
-        QTest::newRow("void: own order, empty description, decorated display") << "7 S3"
-            << QStringList{"StornoReparto(1,,1,70000,3,1)"} << "STORNO 1 x 7  REP 3" << none << false;
-        QTest::newRow("void with quantity and description") << "2 x 3 desc:PANE S1"
-            << QStringList{"StornoReparto(1,PANE,2,30000,1,1)"} << "STORNO 2 x 3  REP 1" << none << false;
-        QTest::newRow("comma after a sale: no effect on the next") << "5 R1 , 3 R2"
-            << QStringList{sell("1", "REP 1", "50000", 1), sell("1", "REP 2", "30000", 2)} << "1 x 3" << none << false;
-        QTest::newRow("operator chosen") << "op:7 5 R1" << QStringList{sell("1", "REP 1", "50000", 1, 7)} << "1 x 5" << none << false;
-        QTest::newRow("busy sale counts as posted") << "busy 5 R1 free R1 6 R2"
-            << QStringList{sell("1", "REP 2", "60000", 2)} << "1 x 6" << none << false;
-        QTest::newRow("refused sale: told, figure to key anew") << "refuse:SellReparto:22 5 R1 R1"
-            << QStringList{sell("1", "REP 1", "50000", 1)} << "1 x 5"
-            << QStringList{"Errore del registratore di cassa: NON PROGRAMMATO.\r\n"} << false;
-        QTest::newRow("line dropped") << "fail:SellReparto:1 5 R1" << QStringList{sell("1", "REP 1", "50000", 1)} << "1 x 5"
-                                      << QStringList{kNoLine} << false;
-        QTest::newRow("figure beyond the control's money: told, not sent") << QString("9 ").repeated(20) + "R1"
-            << none << "1 x " + QString("9").repeated(20) << QStringList{kTooLarge} << false;
-
-        // Adjustments
-        QTest::newRow("item discount needs a fresh figure") << "5 R1 -E0" << QStringList{sell("1", "REP 1", "50000", 1)} << "1 x 5"
-            << QStringList{"Impostare il valore del'abbuono!"} << false;
-        QTest::newRow("words of the adjustments") << "+E0 +P1 -P0" << none << "0"
-            << QStringList{"Impostare il valore dell'aumento!", "Impostare il valore dell'aumento!", "Impostare il valore dello sconto!"} << false;
-        QTest::newRow("item discount by amount") << "5 R1 1 , 5 -E0" << QStringList{sell("1", "REP 1", "50000", 1), "AbbuonoReparto(1,15000)"} << "0" << none << false;
-        QTest::newRow("item adjustments") << "1 0 +P0 2 +E0 5 -P0"
-            << QStringList{"AumentoPercReparto(1,10)", "AumentoReparto(1,20000)", "ScontoPercReparto(1,5)"} << "0" << none << false;
-        QTest::newRow("subtotal adjustment shuts the sale keys") << "2 -E1 5 R1"
-            << QStringList{"AbbuonoTotale(1,20000)"} << "5" << none << true;
-        QTest::newRow("refused subtotal adjustment shuts them too") << "refuse:ScontoPercTotale:11 1 0 -P1"
-            << QStringList{"ScontoPercTotale(1,10)"} << "0" << QStringList{"Errore del registratore di cassa: SEQUENZA ERRATA.\r\n"} << true;
-        QTest::newRow("subtotal surcharges") << "3 +E1 2 , 5 +P1" << QStringList{"AumentoTotale(1,30000)", "AumentoPercTotale(1,2.5)"} << "0" << none << true;
-        QTest::newRow("busy adjustment: nothing sent, keypad reset") << "busy 5 -E1" << none << "0" << none << false;
-
-        // Payments
-        QTest::newRow("cash of 5 on 10: sale keys shut, CL does not revive them") << "1 0 R1 res:50000 5 CASH 3 R1 CL 3 R1"
-            << QStringList{sell("1", "REP 1", "100000", 1), pay("Contante", "50000", 0, 0)} << "3" << none << true;
-        QTest::newRow("cash of the whole reopens them") << "open CASH 3 R1"
-            << QStringList{pay("Contante", "0", 0, 0), sell("1", "REP 1", "30000", 1)} << "1 x 3" << none << false;
-        QTest::newRow("cash after a sale pays the whole") << "5 R1 res:10000 CASH"
-            << QStringList{sell("1", "REP 1", "50000", 1), pay("Contante", "0", 0, 0)} << "0" << none << false;
-        QTest::newRow("cash with residue 0") << "open res:0 2 0 CASH" << QStringList{pay("Contante", "200000", 0, 0)} << "0" << none << false;
-        QTest::newRow("refused payment: told, still open") << "open refuse:PayReceipt:20 5 CASH"
-            << QStringList{pay("Contante", "50000", 0, 0)} << "0" << QStringList{"Errore del registratore di cassa: SUPERA VALORE.\r\n"} << true;
-        QTest::newRow("busy payment: nothing sent, still open") << "open busy 5 CASH" << none << "0" << none << true;
-        QTest::newRow("cheque asks for a value") << "CHQ 5 R1 CHQ" << QStringList{sell("1", "REP 1", "50000", 1)} << "1 x 5"
-            << QStringList{"Impostare il valore dell'assegno!", "Impostare il valore dell'assegno!"} << false;
-        QTest::newRow("cheque") << "res:10000 2 0 CHQ" << QStringList{pay("Assegno", "200000", 1, 0)} << "0" << none << true;
-        QTest::newRow("card with nothing keyed") << "open CARD" << none << "0" << none << true;
-        QTest::newRow("card ignores the figure") << "open res:10000 7 CARD" << QStringList{pay("Carta Credito", "0", 2, 0)} << "0" << none << false;
-        QTest::newRow("card after a sale only clears") << "5 R1 CARD" << QStringList{sell("1", "REP 1", "50000", 1)} << "0" << none << false;
-        QTest::newRow("ticket with nothing keyed") << "TKT" << none << "0" << none << false;
-        QTest::newRow("one ticket") << "res:10000 7 TKT" << QStringList{pay("Ticket", "70000", 3, 1)} << "0" << none << true;
-        QTest::newRow("count x value tickets") << "res:0 3 x 5 , 2 9 TKT" << QStringList{pay("Ticket", "52900", 3, 3)} << "0" << none << false;
-        QTest::newRow("ticket takes the sale's leftover") << "res:0 2 x 5 R1 TKT"
-            << QStringList{sell("2", "REP 1", "50000", 1), pay("Ticket", "50000", 3, 2)} << "0" << none << false;
-        QTest::newRow("cash description n x v") << "res:0 2 x 5 0 CDESC" << QStringList{"PayContanteDesc(1,2,500000)"} << "0" << none << false;
-        QTest::newRow("cash description with a residue") << "res:10000 1 x 5 CDESC" << QStringList{"PayContanteDesc(1,1,50000)"} << "0" << none << true;
-        QTest::newRow("cash description without x does nothing") << "5 CDESC" << none << "5" << none << false;
-        QTest::newRow("cash description refused") << "refuse:PayContanteDesc:22 9 x 5 CDESC" << QStringList{"PayContanteDesc(1,9,50000)"}
-            << "0" << QStringList{"Errore del registratore di cassa: NON PROGRAMMATO.\r\n"} << false;
-
-        // Other keys and the lock
-        QTest::newRow("subtotal, drawer, paper keep the entry") << "5 SUB DRAW FEED R1"
-            << QStringList{"PrintSubtotal(1)", "OpenDrawer(1)", "FeedPaper(1,1)", sell("1", "REP 1", "50000", 1)} << "1 x 5" << none << false;
-        QTest::newRow("closure refused with a receipt open") << "refuse:FiscalClosure:23 Z" << QStringList{"FiscalClosure(1)"} << "0"
-            << QStringList{kCloseReceipt} << false;
-        QTest::newRow("lock sends twice and shuts the keys") << "5 LOCK 6 R1 CASH SUB CDESC"
-            << QStringList{"LockKeys(1)", "LockKeys(1)"} << "-TASTIERA BLOCCATA-" << none << false;
-        QTest::newRow("refused lock still locks") << "refuse:LockKeys:11 LOCK 6" << QStringList{"LockKeys(1)", "LockKeys(1)"}
-            << "-TASTIERA BLOCCATA-" << QStringList{"Errore del registratore di cassa: SEQUENZA ERRATA.\r\n"} << false;
-        QTest::newRow("unlock resets and revives") << "LOCK UNLOCK 6 R1"
-            << QStringList{"LockKeys(1)", "LockKeys(1)", "UnlockKeys(1)", "UnlockKeys(1)", sell("1", "REP 1", "60000", 1)} << "1 x 6" << none << false;
-        QTest::newRow("busy lock does nothing") << "busy LOCK free 6" << none << "6" << none << false;
-    }
-    void keySequences()
-    {
-        QFETCH(QString, keys);
-        Form form;
-        for (const QString &t : keys.split(' ', Qt::SkipEmptyParts))
-            press(form, env->fake, t);
-        QTEST(sent(env->fake), "calls");
-        QTEST(form.txtDisplay->text(), "display");
-        QTEST(MsgBox::shownTexts(), "messages");
-        QTEST(Form::PaymentOpen, "paymentOpen");
-    }
-
-    void closureGivesThePrinterTime()
-    {
-        Form form;
-        form.btnChiusuraGiorno->click();
-        QCOMPARE(env->fake.TimeoutOp(), int16_t(30));
-    }
-
-    void shutSaleKeysOutliveTheForm()
-    {
-        env->fake.setProperty("PaymentResidue", "50000");
-        {
+        QList<std::pair<QString, Key>> keys{
+            {"btnDecimali", Key::Decimal}, {"btnMoltiplicatoreProd", Key::Multiply}, {"btnCanc", Key::Clear},
+            {"btnSubTot", Key::Subtotal}, {"btnContante", Key::Cash}, {"btnAssegno", Key::Cheque},
+            {"btnCartaCredito", Key::Card}, {"btnTicket", Key::Ticket}, {"btnContanteDesc", Key::CashDescription},
+            {"btnApriCassetto", Key::Drawer}, {"btnAvanzaScontrino", Key::Feed}, {"btnChiusuraGiorno", Key::Closure},
+            {"btnBloccaTasti", Key::Lock}, {"btnSbloccaTasti", Key::Unlock}};
+        for (int i = 0; i < 11; ++i)
+            keys.append({QString("btnTastiera_%1").arg(i), Key(int(Key::Digit1) + i)});
+        for (int n = 0; n < 4; ++n)
+            keys << std::pair{QString("btnRep_%1").arg(n), Key(int(Key::Sale1) + n)}
+                 << std::pair{QString("btnStorno_%1").arg(n), Key(int(Key::Void1) + n)};
+        const char *adjust[] = {"btnAbbuonoPiuVal", "btnAbbuonoMenoVal", "btnScontoPercPiu", "btnScontoPercMeno"};
+        for (int i = 0; i < 2; ++i)
+            for (int a = 0; a < 4; ++a)
+                keys.append({QString("%1_%2").arg(adjust[a]).arg(i), Key(int(i ? Key::TotalSurcharge : Key::ItemSurcharge) + a)});
+        QCOMPARE(keys.size(), KeypadModel::KeyCount);
+        for (const auto &[name, key] : keys) {
+            const QList<Key> figure = key == Key::CashDescription ? QList{Key::Digit3, Key::Multiply, Key::Digit2}
+                                                                  : QList{Key::Digit2};
+            KeypadModel::PaymentOpen = false;
+            KeypadModel bare;
+            for (Key k : figure + QList{key})
+                bare.press(k);
+            const QStringList expected = sent(env->fake);
+            env->fake.clearCalls();
+            KeypadModel::PaymentOpen = false;
             Form form;
-            for (const char *t : {"1", "0", "R1", "5", "CASH"})
-                press(form, env->fake, t);
+            for (Key k : figure)
+                form.press(k);
+            auto *button = form.findChild<QPushButton *>(name);
+            QVERIFY2(button, qPrintable(name));
+            button->click();
+            QCOMPARE(sent(env->fake), expected);
+            QCOMPARE(form.txtDisplay->text(), bare.Display);
+            QVERIFY2(!expected.isEmpty() || bare.Display != "2", qPrintable(name)); // the key did something
+            env->fake.clearCalls();
         }
-        Form again;
-        QCOMPARE(again.txtDisplay->text(), QStringLiteral("0")); // the keypad starts clean
-        for (const char *t : {"3", "R1"})
-            press(again, env->fake, t);
-        QCOMPARE(env->fake.count("SellReparto"), 1);
-        press(again, env->fake, "CL");
-        press(again, env->fake, "CASH"); // the whole
-        QVERIFY(!Form::PaymentOpen);
-        for (const char *t : {"3", "R1"})
-            press(again, env->fake, t);
-        QCOMPARE(env->fake.count("SellReparto"), 2);
-    }
-
-    void decimalKeyOfTheLocale_data()
-    {
-        QTest::addColumn<QLocale>("locale");
-        QTest::addColumn<QString>("separator");
-        QTest::newRow("Italian") << QLocale(QLocale::Italian, QLocale::Italy) << ",";
-        QTest::newRow("English") << QLocale(QLocale::English, QLocale::UnitedStates) << ".";
-    }
-    void decimalKeyOfTheLocale()
-    {
-        QFETCH(QLocale, locale);
-        QFETCH(QString, separator);
-        Conv::setLocaleForTests(locale);
-        Form form;
-        QCOMPARE(form.DecimalSeparator, separator);
-        for (const char *t : {"2", ",", "5", "x", "1", ",", "2", "5", "R1"})
-            press(form, env->fake, t);
-        QCOMPARE(form.txtDisplay->text(), QString("2S5 x 1S25").replace("S", separator));
-        QCOMPARE(sent(env->fake), QStringList{"SellReparto(1,2.5,REP 1,12500,1,1)"});
     }
 
     void physicalKeyboard()
@@ -298,6 +128,8 @@ private Q_SLOTS:
         QVERIFY(form.comboOperatore->isEnabled());
     }
 
+    // The mark follows the printer: read as the menu opens, moved only when
+    // the printer took the switch (the calls are the model's).
     void learningModeMenu()
     {
         Form form;
@@ -308,20 +140,13 @@ private Q_SLOTS:
         env->fake.setProperty("FlagValue", "0");
         Q_EMIT form.mSetup->aboutToShow();
         QVERIFY(form.mApprend->isChecked());
-        env->fake.busy = true;
-        Q_EMIT form.mSetup->aboutToShow();
         form.mApprend->trigger();
-        env->fake.busy = false;
-        QVERIFY(form.mApprend->isChecked());
-
-        form.mApprend->trigger();
+        QVERIFY(!form.mApprend->isChecked());
         env->fake.setProperty("ErrorCode", "23");
         env->fake.queueResult("WriteFlag", -1);
         form.mApprend->trigger(); // refused: the mark stays
-        form.mApprend->trigger();
-        QVERIFY(form.mApprend->isChecked());
-        QCOMPARE(sent(env->fake), QStringList({"ReadFlag(1)", "ReadFlag(1)", "WriteFlag(1,0)", "WriteFlag(1,1)", "WriteFlag(1,1)"}));
-        QCOMPARE(MsgBox::shownTexts(), QStringList({"Modalità fiscale", kCloseReceipt, "Modalità apprendimento"}));
+        QVERIFY(!form.mApprend->isChecked());
+        QCOMPARE(MsgBox::shownTexts(), QStringList({"Modalità fiscale", kCloseReceipt}));
     }
 
     void resetsOfTotals()
@@ -333,14 +158,10 @@ private Q_SLOTS:
         form.mnuResetTotPromoTable->trigger();
         QCOMPARE(env->fake.calls.size(), 0);
 
-        env->fake.setDefaultResult("ResetTotalePlu", -1); // not looked at
         form.mnuResetTotPLU->trigger();
         form.mnuResetTotPromoTable->trigger();
-        const auto plu = env->fake.callsOf("ResetTotalePlu");
-        QCOMPARE(plu.size(), 1000);
-        for (int i = 0; i < 1000; ++i)
-            QCOMPARE(plu[i].args, QStringList{QString::number(i + 1)});
-        QCOMPARE(sent(env->fake).mid(1000), QStringList({"ResetTotalePromo(1,0)", "ResetTotalePromo(2,0)", "ResetTotalePromo(3,0)"}));
+        QCOMPARE(env->fake.count("ResetTotalePlu"), 1000);
+        QCOMPARE(env->fake.count("ResetTotalePromo"), 3);
         const auto shown = MsgBox::shown();
         QCOMPARE(shown.size(), 6);
         QCOMPARE(shown[0].text, QStringLiteral("Si proprio sicuro di voler resettare il totale dei PLU"));

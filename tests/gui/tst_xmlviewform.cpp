@@ -157,6 +157,7 @@ private Q_SLOTS:
                  QStringList({"ReadIva@0", "ReadCarta@1", "ReadFlag@2", "ReadPS2@2", "ReadPromo@3", "ReadContante@4"}));
         QCOMPARE(form.ProgressBar1->value(), 5);
         QVERIFY(form.ProgressBar1->updatesEnabled()); // the last step is drawn when the form shows again
+        QVERIFY(form.ProgressBar1->isHidden()); // no full bar once the work is over
 
         const XmlViewTables &d = form.data;
         QCOMPARE(rowsOf(d.gridIva).first(), QStringLiteral("1|22,5"));
@@ -258,6 +259,7 @@ private Q_SLOTS:
         QVERIFY(TestFiles::contentOf(env->folder.filePath("copia.xml")).startsWith("<settings CPUVersion=\"2.10\""));
         QCOMPARE(form.ProgressBar1->value(), 5);
         QVERIFY(form.ProgressBar1->updatesEnabled());
+        QVERIFY(form.ProgressBar1->isHidden());
     }
 
     void restoreInItsOrder()
