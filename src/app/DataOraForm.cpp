@@ -3,6 +3,7 @@
 #include "commissioning/InstallHeaderForm.h"
 
 #include "printer/KelvoFPControl.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/ReportResult.h"
 
@@ -26,6 +27,7 @@ const QString kReadDone = QStringLiteral("Lettura Data/Ora avvenuta.");
 DataOraForm::DataOraForm(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("DataOraForm"));
+    DialogKeys::ignoreEscape(this, WizardMode);
     setWindowTitle(QStringLiteral("Cambia Data/Ora"));
 
     lblData = new QLabel(QStringLiteral("Data"), this);

@@ -3,6 +3,7 @@
 #include "AppIcons.h"
 #include "FiscordaForm.h"
 #include "settings/RunTimeError.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 
 #include <QLibraryInfo>
@@ -16,6 +17,7 @@ FiscordaApplication::FiscordaApplication(int &argc, char **argv) : QApplication(
 {
     setApplicationName(QStringLiteral("Fiscorda"));
     setApplicationVersion(ProgramVersionText());
+    DialogKeys::install();
     // Every window's title bar and the task switcher show the program's icon.
     setWindowIcon(AppIcon("fiscorda"));
     // Qt's own texts (file dialogs, date pickers, context menus) in Italian,

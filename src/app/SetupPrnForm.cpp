@@ -248,8 +248,29 @@ void SetupPrnForm::applyToControl()
     gFPControl->setTimeoutOp(Conv::ToInteger(txtOp->text()));
 }
 
+namespace {
+// Marks a command to the printer under way on the form. The control waits
+// for the printer with the window alive, so a second press of a button can
+// come in meanwhile; it does nothing, instead of closing the port under the
+// command that waits.
+class CommandScope
+{
+public:
+    explicit CommandScope(bool &flag) : m_flag(flag) { m_flag = true; }
+    ~CommandScope() { m_flag = false; }
+    CommandScope(const CommandScope &) = delete;
+    CommandScope &operator=(const CommandScope &) = delete;
+
+private:
+    bool &m_flag;
+};
+}
+
 void SetupPrnForm::btnTest_Click()
 {
+    if (m_commandUnderWay)
+        return;
+    CommandScope command(m_commandUnderWay);
     btnSave->setEnabled(false);
     btnEsci->setEnabled(false);
     btnTest->setEnabled(false);
@@ -277,8 +298,9 @@ void SetupPrnForm::btnAutoSet_Click()
 {
     // The window stays alive during the search; a second press is not a
     // second search.
-    if (AutoRunning)
+    if (AutoRunning || m_commandUnderWay)
         return;
+    CommandScope command(m_commandUnderWay);
     setCursor(Qt::WaitCursor);
     btnEsci->setEnabled(false);
     btnSave->setEnabled(false);
@@ -360,6 +382,9 @@ void SetupPrnForm::btnAnnulla_Click()
 
 void SetupPrnForm::btnSave_Click()
 {
+    if (m_commandUnderWay)
+        return;
+    CommandScope command(m_commandUnderWay);
     {
         XmlSettings settings;
         settings.OpenSettings(kSettingsName, QString(), QString());

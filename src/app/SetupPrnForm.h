@@ -86,4 +86,6 @@ private:
     void loadSettings();
     QString serialSettings() const;
     void applyToControl();
+
+    bool m_commandUnderWay = false; // a button's command to the printer waits
 };

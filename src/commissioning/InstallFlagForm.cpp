@@ -8,6 +8,7 @@
 #include "printer/SharedState.h"
 #include "settings/Conversions.h"
 #include "settings/XmlSettings.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 #include "ui/ReportResult.h"
@@ -67,6 +68,7 @@ const QString kParams = QStringLiteral("InstallFlagS15");
 InstallFlagForm::InstallFlagForm(QWidget *parent) : QDialog(parent), settings(std::make_unique<XmlSettings>())
 {
     setObjectName(QStringLiteral("InstallFlagForm"));
+    DialogKeys::ignoreEscape(this, !StandaloneMode);
     setWindowTitle(QStringLiteral("Flag"));
 
     auto *flagGrid = new QGridLayout;
@@ -123,9 +125,6 @@ InstallFlagForm::InstallFlagForm(QWidget *parent) : QDialog(parent), settings(st
     btnDefault = named(new QPushButton(QStringLiteral("Ripristina impostazioni di default"), this), "btnDefault");
     btnDefault->setEnabled(false);
     btnNext = named(new QPushButton(QStringLiteral("AVANTI"), this), "btnNext");
-    // Enter in a field is no press of a button: it would reset or program.
-    btnDefault->setAutoDefault(false);
-    btnNext->setAutoDefault(false);
 
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(chkImposta);

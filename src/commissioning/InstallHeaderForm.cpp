@@ -10,6 +10,7 @@
 #include "settings/Conversions.h"
 #include "settings/RunTimeError.h"
 #include "settings/XmlSettings.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 #include "ui/ReportResult.h"
@@ -58,6 +59,7 @@ const QString kSample[6] = {
 InstallHeaderForm::InstallHeaderForm(QWidget *parent) : QDialog(parent), settings(std::make_unique<XmlSettings>())
 {
     setObjectName(QStringLiteral("InstallHeaderForm"));
+    DialogKeys::ignoreEscape(this, !StandaloneMode);
     setWindowTitle(QStringLiteral("Intestazione"));
 
     const QStringList contents{QStringLiteral("Ragione sociale"), QStringLiteral("Indirizzo locale"),
@@ -74,9 +76,6 @@ InstallHeaderForm::InstallHeaderForm(QWidget *parent) : QDialog(parent), setting
     btnSample = named(new QPushButton(QStringLiteral("Esempio"), this), "btnSample");
     btnPrev = named(new QPushButton(QStringLiteral("Anteprima"), this), "btnPrev");
     btnNext = named(new QPushButton(QStringLiteral("AVANTI"), this), "btnNext");
-    // Enter in a line is no press of a button.
-    for (QPushButton *button : {btnSample, btnPrev, btnNext})
-        button->setAutoDefault(false);
 
     auto *grid = new QGridLayout;
     grid->addWidget(Label1, 0, 2);

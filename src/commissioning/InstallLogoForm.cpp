@@ -5,6 +5,7 @@
 #include "LogoTransfer.h"
 #include "printer/PrinterIdentity.h"
 #include "programming/ProgForm.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 
@@ -20,6 +21,7 @@ bool InstallLogoForm::StandaloneMode = false;
 InstallLogoForm::InstallLogoForm(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("InstallLogoForm"));
+    DialogKeys::ignoreEscape(this, !StandaloneMode);
     setWindowTitle(QStringLiteral("Logo"));
 
     chkLogo = named(new QCheckBox(QStringLiteral("impostare il logo"), this), "chkLogo");

@@ -22,18 +22,17 @@
 namespace {
 enum Position { Testa = 0, Coda = 1, Entrambe = 2 };
 
-// The choices of the file dialog, the .bin files of the KX90 second and the
-// .tlg files third; the one that suits the printer comes first and so is
-// the one in force when the dialog opens.
-QString FilterFor(int32_t model)
+// The choices of the file dialog, in this order: all files, the .bin files
+// of the KX90, the .tlg files.
+const QStringList kFilters = {QStringLiteral("Tutti i file (*.*)"), QStringLiteral("File di immagine KX90 (*.bin)"),
+                              QStringLiteral("File di immagine KX90II, KX81 (*.tlg)")};
+
+// The choice in force when the dialog opens: the one that suits the printer.
+// Model 1 gets the .tlg files here although the standard logos send it .bin
+// files: the two screens differ on purpose.
+QString PreselectedFilter(int32_t model)
 {
-    QStringList filters = {QStringLiteral("Tutti i file (*.*)"), QStringLiteral("File di immagine KX90 (*.bin)"),
-                           QStringLiteral("File di immagine KX90II, KX81 (*.tlg)")};
-    // Model 1 gets the .tlg files here although the standard logos send it
-    // .bin files: the two screens differ on purpose.
-    const int preselected = model == 0 ? 1 : (model == 1 || model == 2) ? 2 : 0;
-    filters.move(preselected, 0);
-    return filters.join(QStringLiteral(";;"));
+    return kFilters.at(model == 0 ? 1 : (model == 1 || model == 2) ? 2 : 0);
 }
 }
 
@@ -80,7 +79,8 @@ LoghiPersForm::LoghiPersForm(QWidget *parent) : QDialog(parent)
 
 void LoghiPersForm::btnImg_Click()
 {
-    const auto chosen = FileDialog::open(this, Label3->text(), ProgramFolder(), FilterFor(GetPrinterModel()));
+    const auto chosen = FileDialog::open(this, Label3->text(), ProgramFolder(), kFilters.join(QStringLiteral(";;")),
+                                         PreselectedFilter(GetPrinterModel()));
     if (chosen)
         txtFileName->setText(*chosen);
 }

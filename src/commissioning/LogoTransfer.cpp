@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <limits>
 
 namespace LogoTransfer {
@@ -32,20 +33,24 @@ int16_t StateAfterJob()
 
 // One piece on the channel; the event queue gets a turn afterwards so that
 // the screen stays alive through a long transfer.
-bool SendPiece(QByteArray piece)
+void SendPiece(QByteArray piece)
 {
-    const bool taken = gFPControl->SendRawData(piece) == 0;
+    gFPControl->SendRawData(piece);
     QCoreApplication::processEvents();
-    return taken;
 }
 
 void SendOverRawChannel(const QString &fileName, const QByteArray &opening, const QByteArray &closing)
 {
-    // A file that is missing or cannot be read goes as an empty logo: the
-    // printer refuses the empty job and says so in its state. The file is
-    // not created for that.
-    QFile file(LocalFile::find(fileName));
-    const bool readable = file.open(QIODevice::ReadOnly);
+    // The file is opened as for writing too, so a missing one comes into
+    // being, empty, and goes as an empty logo: the printer refuses the empty
+    // job and says so in its state. An existing file is found whatever the
+    // case of its name, so it is never doubled by one in other capitals.
+    QString path = LocalFile::find(fileName);
+    if (!QFileInfo(path).isFile())
+        path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    QFile file(path);
+    const bool readable =
+        QFileInfo(path).isFile() ? file.open(QIODevice::ReadOnly) : file.open(QIODevice::ReadWrite);
     const qint64 length = readable ? file.size() : 0;
     // A file too large to be announced cannot be loaded; announcing the
     // largest size lets the printer refuse it at once.
@@ -57,17 +62,14 @@ void SendOverRawChannel(const QString &fileName, const QByteArray &opening, cons
     gFPControl->OpenRawChannel(1);
     gFPControl->BeginRawTransfer(1, total, false, QString());
     QByteArray first = opening;
-    // Once the printer has refused a piece the job is lost; the rest of the
-    // file would only keep the technician waiting (a line that has gone
-    // silent costs a time-out per piece), so no more pieces go.
-    bool taken = gFPControl->SendRawData(first) == 0;
+    // The answers to the pieces are not looked at: a refused piece does not
+    // stop the rest, and only the printer's state after the job decides.
+    gFPControl->SendRawData(first);
     const qint64 pieces = length / PieceBytes;
-    for (qint64 i = 0; i < pieces && taken; ++i)
-        taken = SendPiece(file.read(PieceBytes));
-    if (taken) {
-        QByteArray rest = readable ? file.read(length % PieceBytes) : QByteArray();
-        gFPControl->SendRawData(rest); // empty when the length is a multiple of a piece
-    }
+    for (qint64 i = 0; i < pieces; ++i)
+        SendPiece(file.read(PieceBytes));
+    QByteArray rest = readable ? file.read(length % PieceBytes) : QByteArray();
+    gFPControl->SendRawData(rest); // empty when the length is a multiple of a piece
     file.close();
 
     gFPControl->setTimeoutAck(10);

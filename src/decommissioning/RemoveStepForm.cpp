@@ -6,6 +6,7 @@
 #include "printer/KelvoFPControl.h"
 #include "printer/PrinterIdentity.h"
 #include "printer/SharedState.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 #include "ui/StepLook.h"
@@ -38,6 +39,7 @@ QLabel *body(QWidget *page, const char *name, const QString &text)
 RemoveStepForm::RemoveStepForm(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("RemoveStepForm"));
+    DialogKeys::ignoreEscape(this);
     setWindowTitle(QStringLiteral("Disintallazione"));
 
     SSTab1 = named(new QTabWidget(this), "SSTab1");
@@ -116,10 +118,6 @@ RemoveStepForm::RemoveStepForm(QWidget *parent) : QDialog(parent)
     layout->addLayout(buttons);
     resize(560, 360);
 
-    // Enter presses no button: a dialog would otherwise take its first button,
-    // the daily closure, as the default and run it from anywhere on the page.
-    for (QPushButton *b : findChildren<QPushButton *>())
-        b->setAutoDefault(false);
 
     connect(btnBack, &QPushButton::clicked, this, &RemoveStepForm::btnBack_Click);
     connect(btnFwd, &QPushButton::clicked, this, &RemoveStepForm::btnFwd_Click);

@@ -73,8 +73,6 @@ DGFECrtForm::DGFECrtForm(QWidget *parent)
     CmdStop = named(new QPushButton(QStringLiteral("STOP"), this), "CmdStop");
     btnSalvaSuFile = named(new QPushButton(QStringLiteral("SALVA SU FILE"), this), "btnSalvaSuFile");
     btnOk = named(new QPushButton(QStringLiteral("CHIUDI"), this), "btnOk");
-    for (QPushButton *b : {Command1, CmdPausa, CmdStop, btnSalvaSuFile, btnOk})
-        b->setAutoDefault(false);
 
     auto *selection = new QGridLayout;
     selection->addWidget(lblDataIni, 0, 0);
@@ -291,8 +289,9 @@ void DGFECrtForm::btnSalvaSuFile_Click()
 {
     const QString proposed =
         QDir(ProgramFolder()).filePath(QStringLiteral("DGFE_") + GetMatricola() + QStringLiteral(".log"));
-    const std::optional<QString> chosen =
-        FileDialog::save(this, QStringLiteral("Salva su file"), proposed, QStringLiteral("*.log"));
+    // An existing file is started anew without a question.
+    const std::optional<QString> chosen = FileDialog::save(this, QStringLiteral("Salva su file"), proposed,
+                                                           QStringLiteral("*.log"), FileDialog::Existing::Replace);
     if (!chosen || chosen->isEmpty())
         return;
 

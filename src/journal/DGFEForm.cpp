@@ -81,8 +81,6 @@ DGFEForm::DGFEForm(QWidget *parent)
 
     btnState = named(new QPushButton(QStringLiteral("Controllo Stato DGFE"), this), "btnState");
     btnOk = named(new QPushButton(QStringLiteral("ESCI"), this), "btnOk");
-    for (QPushButton *b : findChildren<QPushButton *>())
-        b->setAutoDefault(false);
 
     auto *frames = new QHBoxLayout;
     frames->addWidget(frmData);

@@ -17,10 +17,8 @@ GiornaleDGFEForm::GiornaleDGFEForm(QWidget *parent)
     btnRead = named(new QPushButton(QStringLiteral("Lettura DGFE"), this), "btnRead");
     btnChange = named(new QPushButton(QStringLiteral("Cambio DGFE"), this), "btnChange");
     btnOK = named(new QPushButton(QStringLiteral("ESCI"), this), "btnOK");
-    for (QPushButton *b : {btnRead, btnChange, btnOK}) {
-        b->setAutoDefault(false);
+    for (QPushButton *b : {btnRead, btnChange, btnOK})
         b->setMinimumHeight(40);
-    }
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(btnRead);

@@ -4,6 +4,7 @@
 #include "printer/KelvoFPControl.h"
 #include "printer/PrinterIdentity.h"
 #include "settings/ProgramFolder.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 #include "ui/StepLook.h"
@@ -93,6 +94,7 @@ GiornaleStepForm::GiornaleStepForm(QWidget *parent)
 {
     Q_INIT_RESOURCE(JournalPictures); // the default pictures, inside the program
     setObjectName(QStringLiteral("GiornaleStepForm"));
+    DialogKeys::ignoreEscape(this);
     setWindowTitle(QStringLiteral("Cambio Giornale di fondo"));
 
     SSTab1 = named(new QTabWidget(this), "SSTab1");
@@ -162,8 +164,6 @@ GiornaleStepForm::GiornaleStepForm(QWidget *parent)
     for (QWidget *p : {p1, p2, p3, p4, p5, p6})
         SSTab1->addTab(p, QStringLiteral("Passo %1").arg(++n));
 
-    for (QPushButton *b : {btnBack, btnFwd, btnFormat})
-        b->setAutoDefault(false);
     QHBoxLayout *buttons = StepButtons(btnBack, btnFwd);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(SSTab1, 1);

@@ -5,6 +5,7 @@
 #include "printer/PrinterIdentity.h"
 #include "printer/SharedState.h"
 #include "settings/XmlSettings.h"
+#include "ui/DialogKeys.h"
 #include "ui/Named.h"
 
 #include <QGridLayout>
@@ -17,6 +18,7 @@
 InstallExtraModForm::InstallExtraModForm(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("InstallExtraModForm"));
+    DialogKeys::ignoreEscape(this);
     setWindowTitle(QStringLiteral("Dati cliente"));
 
     lblFacolt = named(new QLabel(QStringLiteral("Inserimento, facoltativo, dei dati del cliente per precompilazione del "
@@ -35,7 +37,6 @@ InstallExtraModForm::InstallExtraModForm(QWidget *parent) : QDialog(parent)
     lblQualif = named(new QLabel(QStringLiteral("Qualifica (proprietario, socio...)"), this), "lblQualif");
     txtQual = named(new QLineEdit(this), "txtQual");
     btnNext = named(new QPushButton(QStringLiteral("AVANTI"), this), "btnNext");
-    btnNext->setDefault(true);
 
     auto *fields = new QGridLayout;
     fields->addWidget(lblNomCogn, 0, 0);

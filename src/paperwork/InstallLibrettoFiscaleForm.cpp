@@ -6,6 +6,7 @@
 
 #include "printer/KelvoFPControl.h"
 #include "printer/SharedState.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 
@@ -40,6 +41,8 @@ QString oneLine(const QStringList &lines)
 InstallLibrettoFiscaleForm::InstallLibrettoFiscaleForm(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("InstallLibrettoFiscaleForm"));
+    // A step of the commissioning, or of the decommissioning in SampleMode.
+    DialogKeys::ignoreEscape(this);
     setWindowTitle(QStringLiteral("Compilazione libretto fiscale"));
 
     m_printed = named(new QWidget(this), "frmStampa");

@@ -7,6 +7,7 @@
 #include "settings/Conversions.h"
 #include "settings/ProgramFolder.h"
 #include "settings/RunTimeError.h"
+#include "ui/DialogKeys.h"
 #include "ui/FileDialog.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
@@ -37,6 +38,8 @@ struct WaitCursor
 PrintFoglioForm::PrintFoglioForm(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("PrintFoglioForm"));
+    // The declaration ends the commissioning (1) or the decommissioning (2).
+    DialogKeys::ignoreEscape(this, PrintMode != 3);
     setWindowTitle(QStringLiteral("Ufficio Entrate"));
 
     lblSelPrn = named(new QLabel(QStringLiteral("Selezionare la stampante (A4)"), this), "lblSelPrn");
@@ -135,9 +138,11 @@ void PrintFoglioForm::btnPrintFile_Click()
 {
     const QString proposed = DeclarationPage::proposedName(PrintMode, GetMatricola(), QStringLiteral(".txt"));
     // A cancel keeps the name that stood in the dialog: the file is written
-    // all the same, beside the program.
-    const std::optional<QString> chosen = FileDialog::save(this, QStringLiteral("Stampa su file"), proposed,
-                                                           QStringLiteral("File di testo (*.txt)"));
+    // all the same, beside the program. An existing file is replaced without
+    // a question.
+    const std::optional<QString> chosen =
+        FileDialog::save(this, QStringLiteral("Stampa su file"), proposed, QStringLiteral("File di testo (*.txt)"),
+                         FileDialog::Existing::Replace);
     OutputFileName = chosen ? *chosen : QDir(ProgramFolder()).filePath(proposed);
     PrintToFile = true;
     composePage();

@@ -9,6 +9,7 @@
 #include "printer/PrinterIdentity.h"
 #include "settings/Conversions.h"
 #include "settings/XmlSettings.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 #include "ui/Named.h"
 #include "ui/ReportResult.h"
@@ -96,6 +97,7 @@ QComboBox *numberList(const char *name, QWidget *parent)
 ProgForm::ProgForm(QWidget *parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("ProgForm"));
+    DialogKeys::ignoreEscape(this, WizardMode);
     setWindowTitle(QStringLiteral("Programmazione"));
 
     lblProg = named(new QLabel(this), "lblProg");
@@ -121,8 +123,6 @@ ProgForm::ProgForm(QWidget *parent) : QDialog(parent)
     btnIva = named(new QPushButton(QStringLiteral("Modifica valori IVA predefiniti"), this), "btnIva");
     btnAdd = named(new QPushButton(QStringLiteral("Memorizza riga corrente"), this), "btnAdd");
     btnOK = named(new QPushButton(QStringLiteral("OK"), this), "btnOK");
-    for (QPushButton *b : {btnIva, btnAdd, btnOK})
-        b->setAutoDefault(false);
 
     auto *fields = new QFormLayout;
     fields->addRow(lblDesc, txtDesc);
@@ -148,6 +148,19 @@ ProgForm::ProgForm(QWidget *parent) : QDialog(parent)
     connect(gridProg->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
         if (!m_loading)
             gridProg_SelChange();
+    });
+    // Like the flex grid, the grid always has a current row: after every fill
+    // it is row 1, set quietly, without a selection and without a read. So
+    // the focus coming to the grid (which would give a grid without a
+    // current row one) reads nothing; only the load's own selection and a
+    // real change of row do.
+    connect(gridModel, &QAbstractItemModel::modelReset, this, [this] {
+        if (gridModel->rowCount() == 0)
+            return;
+        const bool loading = m_loading;
+        m_loading = true;
+        gridProg->selectionModel()->setCurrentIndex(gridModel->index(0, 0), QItemSelectionModel::NoUpdate);
+        m_loading = loading;
     });
     connect(gridProg, &QTableView::clicked, this, [this](const QModelIndex &i) { gridProg_Click(i.column()); });
     connect(btnAdd, &QPushButton::clicked, this, &ProgForm::btnAdd_Click);
@@ -196,6 +209,13 @@ int ProgForm::exec()
     do {
         m_reshow = false;
         result = QDialog::exec();
+        if (m_ratesTrip && !m_reshow) {
+            // The rates have closed: the departments come back, loaded anew.
+            m_ratesTrip = false;
+            TableKind = kDepartmentKind;
+            load();
+            m_reshow = true;
+        }
     } while (m_reshow);
     m_inExec = false;
     return result;
@@ -555,16 +575,18 @@ void ProgForm::btnIva_Click()
 {
     if (TableKind != kDepartmentKind)
         return;
-    // The rates are edited by the same form as table 3; this one hides
-    // meanwhile and comes back loaded anew.
+    // This form shows the rates as table 3, without a load of its own (so
+    // no row is read), and comes back as the departments, loaded anew.
     hide();
     TableKind = kVatKind;
-    {
-        ProgForm rates(parentWidget());
-        rates.txtDesc->setText(rates.gridModel->grid().text(1, 1));
-        rates.exec();
-    }
-    TableKind = kDepartmentKind;
-    load();
-    m_reshow = m_inExec;
+    if (const EditorView *view = EditorViewOf(TableKind))
+        lblProg->setText(view->caption);
+    SizeAndUnhideForm();
+    LoadTassa();
+    txtDesc->setText(gridModel->grid().text(1, 1));
+    m_ratesTrip = true;
+    if (m_inExec)
+        m_reshow = true; // hiding has ended the showing; exec shows the rates
+    else
+        exec();
 }

@@ -84,4 +84,5 @@ private:
     bool m_loading = false;  // selection changes made by the form itself read nothing
     bool m_reshow = false;   // exec shows the form once more
     bool m_inExec = false;
+    bool m_ratesTrip = false; // btnIva: the form shows the rates meanwhile
 };

@@ -119,8 +119,6 @@ XmlViewForm::XmlViewForm(QWidget *parent)
     auto *buttons = new QHBoxLayout;
     btnPrgSave = named(new QPushButton(this), "btnPrgSave");
     btnOk = named(new QPushButton(QStringLiteral("CHIUDI"), this), "btnOk");
-    btnPrgSave->setAutoDefault(false);
-    btnOk->setAutoDefault(false);
     buttons->addWidget(btnPrgSave);
     buttons->addStretch(1);
     buttons->addWidget(btnOk);
@@ -335,9 +333,11 @@ void XmlViewForm::saveToFile()
     WaitCursor hourglass;
     setWorking(true);
     const QString offered = ProgrammingFileName::offered(GetMatricola());
+    // No question about an existing file: the save does not replace it but
+    // writes the tables into it, keeping whatever else it holds.
     const std::optional<QString> chosen =
         FileDialog::save(this, QStringLiteral("Salva con nome"), ProgramFolder() + QLatin1Char('/') + offered,
-                         ProgrammingFileName::filter());
+                         ProgrammingFileName::filter(), FileDialog::Existing::Replace);
     if (!chosen) {
         MsgBox::show(QStringLiteral("Scrittura file annullata!"));
         setWorking(false);

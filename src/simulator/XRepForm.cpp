@@ -18,7 +18,6 @@ namespace {
 QPushButton *reportButton(QWidget *parent, const char *name, const QString &caption)
 {
     auto *b = named(new QPushButton(caption, parent), name);
-    b->setAutoDefault(false);
     b->setMinimumSize(120, 36);
     return b;
 }

@@ -16,10 +16,10 @@ Recorder &recorder()
     return r;
 }
 
-std::optional<QString> answer(bool save, const QString &caption, const QString &folder, const QString &filter)
+std::optional<QString> answer(const FileDialog::Asked &asked)
 {
     Recorder &r = recorder();
-    r.asked.append({save, caption, folder, filter});
+    r.asked.append(asked);
     if (r.answers.isEmpty())
         return std::nullopt;
     return r.answers.takeFirst();
@@ -27,22 +27,26 @@ std::optional<QString> answer(bool save, const QString &caption, const QString &
 }
 
 std::optional<QString> FileDialog::open(QWidget *parent, const QString &caption, const QString &folder,
-                                        const QString &filter)
+                                        const QString &filter, const QString &selectedFilter)
 {
     if (recorder().on)
-        return answer(false, caption, folder, filter);
-    const QString path = QFileDialog::getOpenFileName(parent, caption, folder, filter);
+        return answer({false, caption, folder, filter, selectedFilter});
+    QString selected = selectedFilter;
+    const QString path = QFileDialog::getOpenFileName(parent, caption, folder, filter,
+                                                      selected.isEmpty() ? nullptr : &selected);
     if (path.isEmpty())
         return std::nullopt;
     return path;
 }
 
 std::optional<QString> FileDialog::save(QWidget *parent, const QString &caption, const QString &proposed,
-                                        const QString &filter)
+                                        const QString &filter, Existing existing)
 {
+    const bool ask = existing == Existing::Ask;
     if (recorder().on)
-        return answer(true, caption, proposed, filter);
-    const QString path = QFileDialog::getSaveFileName(parent, caption, proposed, filter);
+        return answer({true, caption, proposed, filter, QString(), ask});
+    const QString path = QFileDialog::getSaveFileName(parent, caption, proposed, filter, nullptr,
+                                                      ask ? QFileDialog::Options() : QFileDialog::DontConfirmOverwrite);
     if (path.isEmpty())
         return std::nullopt;
     return path;

@@ -18,12 +18,17 @@ public:
         QString caption;
         QString folder;
         QString filter;
+        QString selectedFilter; // the filter in force when the dialog opens
+        bool askBeforeReplacing = true;
     };
 
+    // Whether a save over an existing file asks first.
+    enum class Existing { Ask, Replace };
+
     static std::optional<QString> open(QWidget *parent, const QString &caption, const QString &folder,
-                                       const QString &filter);
+                                       const QString &filter, const QString &selectedFilter = QString());
     static std::optional<QString> save(QWidget *parent, const QString &caption, const QString &proposed,
-                                       const QString &filter);
+                                       const QString &filter, Existing existing = Existing::Ask);
 
     // Tests
     static void startRecording();

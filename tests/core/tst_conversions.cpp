@@ -5,6 +5,7 @@
 #include "settings/RunTimeError.h"
 
 #include <QtTest>
+#include <locale.h>
 #include <cmath>
 #include <limits>
 
@@ -181,6 +182,14 @@ private Q_SLOTS:
         QCOMPARE(GetLocaleValue(LOCALE_SMONDECIMALSEP), QStringLiteral(","));
         QCOMPARE(GetLocaleValue(14), QString());
         Conv::setLocaleForTests(QLocale::c());
+        QCOMPARE(GetLocaleValue(LOCALE_SMONDECIMALSEP), QStringLiteral("."));
+        // A locale whose money has a separator other than its numbers'.
+        const locale_t probe = newlocale(LC_MONETARY_MASK, "ru_UA.UTF-8", locale_t(nullptr));
+        if (!probe)
+            QSKIP("ru_UA.UTF-8 is not installed (tools/test.sh generates it)");
+        freelocale(probe);
+        Conv::setLocaleForTests(QLocale(QLocale::Russian, QLocale::Ukraine));
+        QCOMPARE(Conv::locale().decimalPoint(), QStringLiteral(","));
         QCOMPARE(GetLocaleValue(LOCALE_SMONDECIMALSEP), QStringLiteral("."));
     }
 };

@@ -27,6 +27,11 @@ QString run(const QString &program, const QStringList &args, int *exitCode = nul
 {
     QProcess p;
     p.setProcessChannelMode(QProcess::MergedChannels);
+    // The tools' answers are read as words ("disabled"): in English, whatever
+    // the locale the tests run under.
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    p.setProcessEnvironment(env);
     p.start(program, args);
     const bool done = p.waitForFinished(60000);
     if (exitCode)

@@ -22,6 +22,7 @@
 #include "journal/DGFECrtForm.h"
 
 #include <QCheckBox>
+#include <QRegularExpression>
 #include <QDateEdit>
 #include <QTableView>
 #include <QComboBox>
@@ -302,6 +303,18 @@ struct Walk
 
 QStringList modalsSeen;
 
+// The messages with their dates and times of day masked: the date screen
+// shows the PC's clock, which moves on between two walks (a minute may turn,
+// or the day), and that is no difference of the walk.
+QStringList withoutClock(QStringList messages)
+{
+    static const QRegularExpression date(QStringLiteral("\\b\\d{1,2}/\\d{1,2}/\\d{2,4}\\b"));
+    static const QRegularExpression time(QStringLiteral("\\b\\d{1,2}:\\d{1,2}(:\\d{1,2})?\\b"));
+    for (QString &m : messages)
+        m.replace(date, QStringLiteral("gg/mm/aaaa")).replace(time, QStringLiteral("hh:mm"));
+    return messages;
+}
+
 Walk walk(const Road &road)
 {
     MsgBox::clearShown();
@@ -318,7 +331,7 @@ Walk walk(const Road &road)
     }
     w.ms = clock.elapsed();
     w.sent = rig->sent - before;
-    w.messages = MsgBox::shownTexts();
+    w.messages = withoutClock(MsgBox::shownTexts());
     w.modals = modalsSeen;
     return w;
 }

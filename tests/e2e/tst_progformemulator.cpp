@@ -5,6 +5,7 @@
 #include "EmulatorTestEnv.h"
 #include "printer/SharedState.h"
 #include "programming/ProgForm.h"
+#include "settings/Conversions.h"
 #include "programming/ProgrammingGridModel.h"
 
 #include <QComboBox>
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void init()
     {
         env.emplace();
+        Conv::setLocaleForTests(QLocale::c()); // the numbers below are written so
         ProgForm::WizardMode = false;
         gMaxNReparti = 40;
     }

@@ -172,6 +172,7 @@ private Q_SLOTS:
         FileDialog::queueAnswer(path("out.txt"));
         form.btnPrintFile->click();
         QTEST(FileDialog::asked().value(0).folder, "name"); // the proposed name
+        QVERIFY(!FileDialog::asked().value(0).askBeforeReplacing);
         const QByteArray bytes = TestFiles::contentOf(path("out.txt"));
         QCOMPARE(bytes, asFile(page));
         QVERIFY(bytes.contains("NICCOL\xD2")); // Windows-1252, as the other files

@@ -309,6 +309,7 @@ private Q_SLOTS:
         form.btnSalvaSuFile->click();
         QCOMPARE(FileDialog::asked().first().folder, path); // proposed in the program's folder
         QCOMPARE(FileDialog::asked().first().filter, QStringLiteral("*.log"));
+        QVERIFY(!FileDialog::asked().first().askBeforeReplacing);
         QCOMPARE(MsgBox::shown().last().text, QStringLiteral("Salvataggio su file eseguito"));
         QCOMPARE(MsgBox::shown().last().icon, QMessageBox::Information);
         const QByteArray expected = "DISPOSITIVO GIORNALE DI FONDO ELETTRONICO\r\n \r\n"

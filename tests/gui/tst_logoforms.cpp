@@ -37,6 +37,7 @@ class TestLogoForms : public QObject
     Q_OBJECT
     std::optional<FormTestEnv> env;
     QStringList sent;        // the data of every SendRawData, in order
+    int refusedSend = -1;    // the SendRawData the printer refuses
     QList<int> ackAtPiece;   // TimeoutAck when each piece went
     QList<bool> turnBefore;  // whether the event loop had turned since the piece before
     bool turned = false;
@@ -80,6 +81,7 @@ private Q_SLOTS:
         setModel("QN");
         env->fake.setProperty("PrinterStatus", "0010");
         sent.clear();
+        refusedSend = -1;
         turned = false;
         ackAtPiece.clear();
         turnBefore.clear();
@@ -90,6 +92,8 @@ private Q_SLOTS:
                 turnBefore << turned;
                 turned = false;
                 QTimer::singleShot(0, this, [this] { turned = true; });
+                if (sent.size() - 1 == refusedSend)
+                    return int16_t(3);
             }
             return std::nullopt;
         };
@@ -104,15 +108,20 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("length");
         QTest::addColumn<QList<int>>("sizes");
-        QTest::newRow("empty") << 0 << QList<int>{32, 0, 38};
-        QTest::newRow("short") << 99 << QList<int>{32, 99, 38};
-        QTest::newRow("two whole pieces") << 200 << QList<int>{32, 100, 100, 0, 38};
-        QTest::newRow("with a rest") << 250 << QList<int>{32, 100, 100, 50, 38};
+        QTest::addColumn<int>("refused"); // the send the printer refuses, -1 none
+        QTest::newRow("empty") << 0 << QList<int>{32, 0, 38} << -1;
+        QTest::newRow("short") << 99 << QList<int>{32, 99, 38} << -1;
+        QTest::newRow("two whole pieces") << 200 << QList<int>{32, 100, 100, 0, 38} << -1;
+        QTest::newRow("with a rest") << 250 << QList<int>{32, 100, 100, 50, 38} << -1;
+        QTest::newRow("a refused piece stops nothing") << 250 << QList<int>{32, 100, 100, 50, 38} << 1;
+        QTest::newRow("a refused opening stops nothing") << 150 << QList<int>{32, 100, 50, 38} << 0;
     }
     void pieces()
     {
         QFETCH(int, length);
         QFETCH(QList<int>, sizes);
+        QFETCH(int, refused);
+        refusedSend = refused;
         TestFiles::writeFile(QDir(logoFolder()).filePath("logo_80.bin"), bytesOf(length));
         env->fake.setTimeoutAck(-1);
         QString name = QDir(logoFolder()).filePath("logo_80.BIN"); // as the standard set names them
@@ -120,6 +129,7 @@ private Q_SLOTS:
         LoghiForm::SaveLogo(name, result);
 
         QCOMPARE(result, int16_t(0));
+        QVERIFY(!QFileInfo::exists(name)); // found in other capitals, not doubled
         QList<int> got;
         for (const QString &p : std::as_const(sent))
             got << int(p.size());
@@ -162,7 +172,10 @@ private Q_SLOTS:
         int16_t got = 99;
         LoghiForm::SaveLogo(name, got);
         QCOMPARE(int(got), result);
-        QVERIFY(!QFile::exists(name)); // a missing file goes as an empty logo, and stays missing
+        // A missing file comes into being, empty, and goes as an empty logo.
+        QVERIFY(QFileInfo(name).isFile());
+        QCOMPARE(QFileInfo(name).size(), 0);
+        QCOMPARE(sent.mid(1, sent.size() - 2), QStringList{QString()});
     }
 
     void roads_data()
@@ -348,8 +361,9 @@ private Q_SLOTS:
         FileDialog::queueAnswer(std::nullopt);
         form.btnImg->click(); // a cancel keeps the path
         QCOMPARE(form.txtFileName->text(), path);
-        QCOMPARE(FileDialog::asked().value(0).filter.section(";;", 0, 0), firstFilter);
+        QCOMPARE(FileDialog::asked().value(0).filter.section(";;", 0, 0), "Tutti i file (*.*)");
         QCOMPARE(FileDialog::asked().value(0).filter.split(";;").size(), 3);
+        QCOMPARE(FileDialog::asked().value(0).selectedFilter, firstFilter);
 
         form.txtIndexImg->setText("12");
         form.comboPos->setCurrentText("Entrambe");

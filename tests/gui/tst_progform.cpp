@@ -8,6 +8,7 @@
 #include "printer/SharedState.h"
 #include "programming/GridView.h"
 #include "programming/ProgForm.h"
+#include "settings/Conversions.h"
 #include "programming/ProgrammingGridModel.h"
 
 #include <QComboBox>
@@ -105,6 +106,7 @@ private Q_SLOTS:
     void init()
     {
         env.emplace();
+        Conv::setLocaleForTests(QLocale::c()); // the numbers below are written so
         printer = Printer();
         printer.attach(env->fake);
         gMaxNReparti = 40;
@@ -267,6 +269,31 @@ private Q_SLOTS:
         QCOMPARE(form.currentRow(), row);
     }
 
+    void failedLoadReadsNoRowWhenShown_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("read");
+        QTest::newRow("cards") << 0 << "ReadCarta";
+        QTest::newRow("operators") << 5 << "ReadOperatore";
+    }
+    void failedLoadReadsNoRowWhenShown()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, read);
+        printer.refuse = {read + ":3"};
+        ProgForm::TableKind = int16_t(kind);
+        ProgForm form;
+        env->fake.clearCalls();
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        form.gridProg->setFocus(Qt::TabFocusReason);
+        QCoreApplication::processEvents();
+        QCOMPARE(env->fake.count(read), 0);
+        // A real change of row still reads it.
+        form.gridProg->setCurrentIndex(form.gridModel->index(ProgrammingGridModel::toViewRow(2), 0));
+        QCOMPARE(env->fake.callsOf(read).value(0).args.value(0), "2");
+    }
+
     void refusalsAndBusy()
     {
         // A refused write is reported, the grid is not reloaded, no success message.
@@ -357,6 +384,8 @@ private Q_SLOTS:
         whenModal("ProgForm", [&](QWidget *outer) {
             seen << static_cast<ProgForm *>(outer)->lblProg->text();
             whenModal("ProgForm", [&](QWidget *rates) {
+                QCOMPARE(rates, static_cast<QWidget *>(&form)); // the same form, loaded as the rates only
+                QCOMPARE(env->fake.count("ReadIva"), 4);
                 seen << static_cast<ProgForm *>(rates)->lblProg->text() + " "
                             + static_cast<ProgForm *>(rates)->txtDesc->text();
                 whenModal("ProgForm", [&](QWidget *again) {
@@ -365,6 +394,7 @@ private Q_SLOTS:
                 });
                 static_cast<ProgForm *>(rates)->btnOK->click();
             });
+            env->fake.clearCalls();
             static_cast<ProgForm *>(outer)->btnIva->click();
         });
         form.exec();

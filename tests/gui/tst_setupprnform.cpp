@@ -89,6 +89,42 @@ private Q_SLOTS:
         QCOMPARE(MsgBox::shownTexts().size(), 2);
     }
 
+    void secondPressWhileACommandWaits_data()
+    {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        for (const char *first : {"btnSave", "btnTest", "btnAutoSet"})
+            for (const char *second : {"btnSave", "btnTest", "btnAutoSet"})
+                QTest::addRow("%s then %s", first, second) << first << second;
+    }
+    void secondPressWhileACommandWaits()
+    {
+        // The control waits for the printer with the window alive: a press
+        // then comes in while the first command is under way.
+        QFETCH(QString, first);
+        QFETCH(QString, second);
+        auto press = [&](bool again) -> QStringList {
+            SetupPrnForm form;
+            bool pressed = !again;
+            env->fake.handler = [&](const FakeFPControl::Call &, FakeFPControl &) -> std::optional<int16_t> {
+                if (!pressed) {
+                    pressed = true;
+                    form.findChild<QPushButton *>(second)->click();
+                }
+                return std::nullopt;
+            };
+            env->fake.comOpen = false;
+            env->fake.clearCalls();
+            MsgBox::clearShown();
+            form.findChild<QPushButton *>(first)->click();
+            env->fake.handler = nullptr;
+            return QStringList{pressed ? "" : "never pressed"} + env->fake.callNames() + MsgBox::shownTexts();
+        };
+        const QStringList alone = press(false);
+        QCOMPARE(press(true), alone);
+        QVERIFY(env->fake.comOpen);
+    }
+
     void testInTcpMode()
     {
         SetupPrnForm form;

@@ -248,6 +248,7 @@ private Q_SLOTS:
         QVERIFY(asked.save);
         QCOMPARE(asked.folder, env->folder.path() + "/KX90ProgQN41100123.xml");
         QCOMPARE(asked.filter, QStringLiteral("*.xml"));
+        QVERIFY(!asked.askBeforeReplacing); // the save writes into an existing file
 
         MsgBox::clearShown();
         FileDialog::queueAnswer(env->folder.filePath("copia"));

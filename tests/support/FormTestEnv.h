@@ -2,6 +2,7 @@
 
 #include "FakeFPControl.h"
 #include "settings/ProgramFolder.h"
+#include "ui/DialogKeys.h"
 #include "ui/MsgBox.h"
 
 #include <QApplication>
@@ -25,6 +26,7 @@ struct FormTestEnv
         gFPControl = &fake;
         SetProgramFolderForTests(folder.path());
         MsgBox::startRecording();
+        DialogKeys::install();
     }
     ~FormTestEnv()
     {
