@@ -1,5 +1,6 @@
 #include "EmulatorServer.h"
 
+#include "MemoryCodec.h"
 #include "PtyPort.h"
 #include "WireSession.h"
 
@@ -44,7 +45,7 @@ bool EmulatorServer::start(QString *error)
         m_delta.reset(m_model.memory());
         if (fold) {
             QString why;
-            if (!m_state->save(m_model.saveMemory(), &why))
+            if (!writeSnapshot(&why))
                 m_notes << QStringLiteral("cannot save the state to %1: %2").arg(m_state->path(), why);
         }
     }
@@ -250,12 +251,12 @@ bool EmulatorServer::saveNow(QString *error)
     if (m_snapshotDue || (!record.isEmpty() && !m_state->append(record, &why))) {
         // The log cannot take the change (or could not before): the whole
         // memory goes into a new snapshot instead.
-        ok = m_state->save(m_model.saveMemory(), &why);
+        ok = writeSnapshot(&why);
         m_snapshotDue = !ok;
-    } else if (m_state->logBytes() > qMax(MinLogBytes, m_state->snapshotBytes())) {
+    } else if (m_state->logBytes() > qMax(MinLogBytes, 2 * m_state->snapshotBytes())) {
         // Folding the log in once it outgrows the snapshot keeps the cost
         // of a command, averaged, independent of the journal's size.
-        ok = m_state->save(m_model.saveMemory(), &why);
+        ok = writeSnapshot(&why);
         m_snapshotDue = !ok;
     }
     if (ok)
@@ -266,13 +267,21 @@ bool EmulatorServer::saveNow(QString *error)
     return false;
 }
 
+bool EmulatorServer::writeSnapshot(QString *error)
+{
+    const PrinterMemory &m = m_model.memory();
+    const auto &entries = m.journal.entries();
+    return m_state->save(MemoryCodec::fieldsJson(m), entries.size(),
+                         [&entries](qsizetype i) { return MemoryCodec::entryJson(entries[i]); }, error);
+}
+
 bool EmulatorServer::compactNow(QString *error)
 {
     if (!m_state)
         return true;
     QString why;
     m_delta.reset(m_model.memory());
-    m_snapshotDue = !m_state->save(m_model.saveMemory(), &why);
+    m_snapshotDue = !writeSnapshot(&why);
     if (!m_snapshotDue)
         return true;
     Q_EMIT notice(QStringLiteral("cannot save the state to %1: %2").arg(m_state->path(), why));

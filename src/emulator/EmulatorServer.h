@@ -80,8 +80,9 @@ public:
     // Writes the whole memory as a new snapshot and empties the log.
     bool compactNow(QString *error = nullptr);
     // The log is folded into a new snapshot once it is larger than this and
-    // than the snapshot.
-    static constexpr qint64 MinLogBytes = 1024 * 1024;
+    // than twice the snapshot: each byte a command logs then costs at most
+    // half a byte of snapshot later, however large the journal.
+    static constexpr qint64 MinLogBytes = 4 * 1024 * 1024;
 
 Q_SIGNALS:
     void requestHandled(const QString &peer, const QByteArray &name, const Reply &reply);
@@ -91,6 +92,7 @@ private:
     void onNewConnection();
     WireSession *makeSession(const QString &peer);
     bool reopenTransports();
+    bool writeSnapshot(QString *error);
 
     EmulatorConfig m_config;
     PrinterModel m_model;

@@ -129,6 +129,12 @@ StateFile::Loaded StateFile::load() const
 
 bool StateFile::save(const QJsonObject &json, QString *error) const
 {
+    return save(json, 0, {}, error);
+}
+
+bool StateFile::save(const QJsonObject &fields, qsizetype entries, const std::function<QJsonObject(qsizetype)> &entry,
+                     QString *error) const
+{
     auto fail = [error](const QString &why) {
         if (error)
             *error = why;
@@ -137,17 +143,41 @@ bool StateFile::save(const QJsonObject &json, QString *error) const
     QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly))
         return fail(file.errorString());
-    QJsonObject withSeq = json;
-    withSeq.insert(SeqKey, m_seq);
-    const QByteArray bytes = QJsonDocument(withSeq).toJson(QJsonDocument::Compact);
-    if (file.write(bytes) != bytes.size()) {
+    QJsonObject head = fields;
+    head.insert(SeqKey, m_seq);
+    QByteArray bytes;
+    qint64 written = 0;
+    auto put = [&](const QByteArray &b) {
+        written += b.size();
+        return file.write(b) == b.size();
+    };
+    bool ok = true;
+    if (!entry) {
+        bytes = QJsonDocument(head).toJson(QJsonDocument::Compact);
+        ok = put(bytes);
+    } else {
+        // The documents go where an empty list stands: a key followed by
+        // ":[]" is a member, never text inside a string (its quotes would be
+        // escaped), and only the journal has one named "entries".
+        QJsonObject journal = head.value(QStringLiteral("journal")).toObject();
+        journal.insert(QStringLiteral("entries"), QJsonArray());
+        head.insert(QStringLiteral("journal"), journal);
+        bytes = QJsonDocument(head).toJson(QJsonDocument::Compact);
+        const QByteArray mark = "\"entries\":[";
+        const qsizetype at = bytes.indexOf(mark + ']') + mark.size();
+        ok = put(bytes.left(at));
+        for (qsizetype i = 0; ok && i < entries; ++i)
+            ok = put((i ? "," : "") + QJsonDocument(entry(i)).toJson(QJsonDocument::Compact));
+        ok = ok && put(bytes.mid(at));
+    }
+    if (!ok) {
         const QString why = file.errorString();
         file.cancelWriting();
         return fail(why);
     }
     if (!file.commit())
         return fail(file.errorString());
-    m_snapshotBytes = bytes.size();
+    m_snapshotBytes = written;
     // The snapshot holds every record now; a kill before the log is emptied
     // costs nothing, the records' numbers say they are in it.
     m_log.close();

@@ -4,6 +4,8 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <functional>
+
 // The file that holds the printer's memory between runs, in two parts:
 //
 //  - the snapshot (the path itself): the whole memory as one JSON object,
@@ -39,6 +41,11 @@ public:
     Loaded load() const;
     // A new snapshot; the log is emptied once the snapshot is in place.
     bool save(const QJsonObject &json, QString *error = nullptr) const;
+    // The same, with the journal's documents handed over one at a time
+    // (`fields` has no "entries" in its "journal"), so that a long journal
+    // is never held twice in memory while it is written.
+    bool save(const QJsonObject &fields, qsizetype entries, const std::function<QJsonObject(qsizetype)> &entry,
+              QString *error = nullptr) const;
     // One record of changes, written before this returns. A record has
     // "set" (top-level members of the memory replaced whole), and may have
     // "entries" (journal documents) with "from" (the number of documents kept
