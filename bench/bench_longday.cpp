@@ -16,6 +16,7 @@
 // Exit status 1 when a target is missed.
 
 #include "BenchLink.h"
+#include "EmulatorProcess.h"
 #include "printer/KelvoProtocolControl.h"
 #include "printer/SharedState.h"
 #include "programming/RestoreProgramming.h"
@@ -24,30 +25,14 @@
 #include "ui/MsgBox.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileInfo>
-#include <QProcess>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
 
 namespace {
-
-// A field of /proc/<pid>/<file> ("VmRSS:", "wchar:"), as a number.
-qint64 procField(qint64 pid, const char *file, const QByteArray &key)
-{
-    QFile f(QStringLiteral("/proc/%1/%2").arg(pid).arg(QLatin1String(file)));
-    if (!f.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : f.readAll().split('\n'))
-        if (line.startsWith(key))
-            return line.mid(key.size()).trimmed().split(' ').value(0).toLongLong();
-    return 0;
-}
 
 // CPU time of a process's main thread, in ns: what a call costs it,
 // whatever else the machine runs.
@@ -58,15 +43,6 @@ qint64 cpuNs(qint64 pid)
 }
 
 const char *verdict(bool ok) { return ok ? "met" : "NOT MET"; }
-
-QString emulatorProgram()
-{
-    const QDir here(QCoreApplication::applicationDirPath());
-    for (const QString &p : {QStringLiteral("fiscorda-emulator"), QStringLiteral("../bin/fiscorda-emulator")})
-        if (QFileInfo::exists(here.filePath(p)))
-            return here.filePath(p);
-    return {};
-}
 
 // The restorers in order, and how often each ended refused.
 const char *const RestoreNames[] = {"Iva", "Rep", "Carte", "Ticket", "Flag", "PS2", "Promo", "Contanti", "Int"};
@@ -103,8 +79,7 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     const int receipts = argc > 1 ? QByteArray(argv[1]).toInt() : 10000;
     const bool noState = argc > 2 && QByteArray(argv[2]) == "--no-state";
-    const QString program = emulatorProgram();
-    if (program.isEmpty()) {
+    if (EmulatorProcess::program().isEmpty()) {
         std::fprintf(stderr, "fiscorda-emulator not found beside the benchmark\n");
         return 2;
     }
@@ -112,24 +87,9 @@ int main(int argc, char **argv)
     const QString state = dir.filePath(QStringLiteral("state.json"));
 
     QProcess emulator;
-    quint16 port = 0;
-    for (int attempt = 0; attempt < 20 && !port; ++attempt) {
-        const quint16 p = quint16(20000 + QRandomGenerator::global()->bounded(12000));
-        emulator.setProcessChannelMode(QProcess::MergedChannels);
-        QStringList args{QStringLiteral("--tcp"), QStringLiteral("127.0.0.1:%1").arg(p), QStringLiteral("--paper"),
-                         dir.filePath(QStringLiteral("paper.txt"))};
-        args << (noState ? QStringList{QStringLiteral("--no-state")} : QStringList{QStringLiteral("--state"), state});
-        emulator.start(program, args);
-        QByteArray out;
-        while (emulator.waitForReadyRead(5000) && !(out += emulator.readAll()).contains("listening on")) {
-        }
-        if (out.contains("listening on"))
-            port = p;
-        else {
-            emulator.kill();
-            emulator.waitForFinished();
-        }
-    }
+    const quint16 port = EmulatorProcess::startTcp(
+        emulator, QStringList{QStringLiteral("--paper"), dir.filePath(QStringLiteral("paper.txt"))}
+                      + (noState ? QStringList{QStringLiteral("--no-state")} : QStringList{QStringLiteral("--state"), state}));
     KelvoProtocolControl control;
     if (!port || !OpenControl(control, port)) {
         std::fprintf(stderr, "cannot start or reach the emulator\n");
@@ -193,7 +153,7 @@ int main(int argc, char **argv)
             std::nth_element(receiptNs.begin(), receiptNs.begin() + receiptNs.size() / 2, receiptNs.end());
             steadyCallsPerSecond << double(blockCalls) / Block / (receiptNs[receiptNs.size() / 2] / 1e9);
             receiptNs.clear();
-            const long rss[2] = {long(procField(selfPid, "status", "VmRSS:")), long(procField(emuPid, "status", "VmRSS:"))};
+            const long rss[2] = {long(EmulatorProcess::procField(selfPid, "status", "VmRSS:")), long(EmulatorProcess::procField(emuPid, "status", "VmRSS:"))};
             std::printf("receipts %5d: %6.0f calls/s (median receipt: %6.0f); CPU per call %.1f + %.1f us; memory: program %ld kB, emulator %ld kB\n", r + 1,
                         callsPerSecond.last(), steadyCallsPerSecond.last(), cpuPerCall[0].last(), cpuPerCall[1].last(),
                         rss[0], rss[1]);
@@ -205,11 +165,11 @@ int main(int argc, char **argv)
                     rssPeak[i] = qMax(rssPeak[i], rss[i]);
             }
             if (r + 1 == Warmup)
-                writtenAtWarm = procField(emuPid, "io", "wchar:");
+                writtenAtWarm = EmulatorProcess::procField(emuPid, "io", "wchar:");
             blockCalls = blockNs = 0;
         }
     }
-    const qint64 written = procField(emuPid, "io", "wchar:") - writtenAtWarm;
+    const qint64 written = EmulatorProcess::procField(emuPid, "io", "wchar:") - writtenAtWarm;
     const qint64 stateBytes = QFileInfo(state).size(), logBytes = QFileInfo(state + QStringLiteral(".log")).size();
     control.CloseTcp();
     emulator.terminate();

@@ -2,8 +2,10 @@
 // other, never early, and a wake-up hands on a few at a time.
 
 #include "emulator/LinePacer.h"
+#include "emulator/LineTimer.h"
 #include "emulator/LineSettings.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 class TestLinePacer : public QObject
@@ -62,6 +64,31 @@ private Q_SLOTS:
         LinePacer line;
         line.push("abc", 5);
         QCOMPARE(line.take(5), QByteArray("abc"));
+    }
+
+    // Below a millisecond: fires once, never early; a stopped or re-armed
+    // timer does not fire for the old time.
+    void lineTimerKeepsTimeBelowAMillisecond()
+    {
+        LineTimer timer;
+        int fired = 0;
+        QElapsedTimer clock;
+        qint64 at = 0;
+        connect(&timer, &LineTimer::timeout, this, [&] {
+            ++fired;
+            at = clock.nsecsElapsed();
+        });
+        clock.start();
+        timer.startIn(300'000);
+        QVERIFY(QTest::qWaitFor([&] { return fired > 0; }, 5000));
+        QVERIFY2(at >= 300'000, qPrintable(QString::number(at)));
+        timer.startIn(200'000);
+        timer.stop();
+        timer.startIn(50'000'000); // re-armed later: the old time passes silently
+        timer.stop();
+        QTest::qWait(20);
+        QCOMPARE(fired, 1);
+        QVERIFY(!timer.isActive());
     }
 };
 
