@@ -52,11 +52,15 @@ private Q_SLOTS:
         LinePacer line;
         line.setCharacterTime(1000);
         QCOMPARE(line.nextWake(0), qint64(-1));
-        line.push(QByteArray(10, 'x'), 0);
-        QCOMPARE(line.nextWake(0), qint64(LinePacer::Batch * 1000));
-        line.take(8000);
-        QCOMPARE(line.nextWake(8000), qint64(10'000)); // two left: the end of the last
-        QCOMPARE(line.nextWake(20'000), qint64(20'000)); // late: at once
+        line.push(QByteArray(2000, 'x'), 0);
+        QCOMPARE(line.nextWake(0), qint64(LinePacer::BatchNs)); // a millisecond's worth
+        line.take(1'998'000);
+        QCOMPARE(line.nextWake(1'998'000), qint64(2'000'000)); // two left: the end of the last
+        QCOMPARE(line.nextWake(3'000'000), qint64(3'000'000)); // late: at once
+        QCOMPARE(line.take(3'000'000).size(), 2);
+        line.setCharacterTime(500'000); // slow: at least Batch characters
+        line.push(QByteArray(10, 'y'), 4'000'000);
+        QCOMPARE(line.nextWake(4'000'000), qint64(4'000'000 + 500'000 * LinePacer::Batch));
     }
 
     void unpacedLetsEverythingThrough()
