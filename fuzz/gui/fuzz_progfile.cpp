@@ -89,13 +89,18 @@ bool sameGrids(const XmlViewTables &a, const XmlViewTables &b)
         &XmlViewTables::gridRigaInt, &XmlViewTables::gridIva, &XmlViewTables::gridRep,
         &XmlViewTables::gridCarteCredito, &XmlViewTables::gridTicket, &XmlViewTables::gridFlag,
         &XmlViewTables::gridPS2, &XmlViewTables::gridPromoTable, &XmlViewTables::gridContantiDesc};
-    for (auto g : grids) {
-        const ProgrammingGrid &x = a.*g, &y = b.*g;
+    for (int i = 0; i < int(std::size(grids)); ++i) {
+        const ProgrammingGrid &x = a.*grids[i], &y = b.*grids[i];
         if (x.rows() != y.rows() || x.cols() != y.cols())
             return false;
         for (int r = 0; r < x.rows(); ++r)
-            if (x.row(r) != y.row(r))
+            if (x.row(r) != y.row(r)) {
+                // FUZZ_SHOW=1 replay_progfile <input>: where a finding differs.
+                if (qEnvironmentVariableIsSet("FUZZ_SHOW"))
+                    std::fprintf(stderr, "grid %d row %d: [%s] then [%s]\n", i, r, qPrintable(x.row(r).join('|')),
+                                 qPrintable(y.row(r).join('|')));
                 return false;
+            }
     }
     return a.logoTesta == b.logoTesta && a.logoCoda == b.logoCoda;
 }
