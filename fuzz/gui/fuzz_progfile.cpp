@@ -91,8 +91,11 @@ bool sameGrids(const XmlViewTables &a, const XmlViewTables &b)
         &XmlViewTables::gridPS2, &XmlViewTables::gridPromoTable, &XmlViewTables::gridContantiDesc};
     for (int i = 0; i < int(std::size(grids)); ++i) {
         const ProgrammingGrid &x = a.*grids[i], &y = b.*grids[i];
-        if (x.rows() != y.rows() || x.cols() != y.cols())
+        if (x.rows() != y.rows() || x.cols() != y.cols()) {
+            if (qEnvironmentVariableIsSet("FUZZ_SHOW"))
+                std::fprintf(stderr, "grid %d: %d x %d then %d x %d\n", i, x.rows(), x.cols(), y.rows(), y.cols());
             return false;
+        }
         for (int r = 0; r < x.rows(); ++r)
             if (x.row(r) != y.row(r)) {
                 // FUZZ_SHOW=1 replay_progfile <input>: where a finding differs.
@@ -102,6 +105,8 @@ bool sameGrids(const XmlViewTables &a, const XmlViewTables &b)
                 return false;
             }
     }
+    if (qEnvironmentVariableIsSet("FUZZ_SHOW") && (a.logoTesta != b.logoTesta || a.logoCoda != b.logoCoda))
+        std::fprintf(stderr, "logos: %d %d then %d %d\n", a.logoTesta, a.logoCoda, b.logoTesta, b.logoCoda);
     return a.logoTesta == b.logoTesta && a.logoCoda == b.logoCoda;
 }
 
