@@ -103,7 +103,7 @@ QString ConsoleCommands::run(const QString &line)
     }
     if (cmd == QLatin1String("save")) {
         QString why;
-        return m_server.saveNow(&why) ? QStringLiteral("saved") : QStringLiteral("not saved: ") + why;
+        return m_server.compactNow(&why) ? QStringLiteral("saved") : QStringLiteral("not saved: ") + why;
     }
     return QStringLiteral("unknown command '%1' (help lists them)").arg(line.trimmed());
 }

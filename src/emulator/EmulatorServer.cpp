@@ -1,5 +1,6 @@
 #include "EmulatorServer.h"
 
+#include "MemoryCodec.h"
 #include "PtyPort.h"
 #include "WireSession.h"
 
@@ -27,17 +28,24 @@ bool EmulatorServer::start(QString *error)
         const StateFile::Loaded loaded = m_state->load();
         if (!loaded.message.isEmpty())
             m_notes << loaded.message;
+        bool fold = loaded.outcome != StateFile::Outcome::Loaded || m_state->logBytes() > 0;
         if (loaded.outcome == StateFile::Outcome::Loaded) {
             m_model.loadMemory(loaded.json);
             const QString serial = m_model.memory().serial;
-            if (serial != m_config.effectiveSerial())
+            if (serial != m_config.effectiveSerial()) {
                 m_notes << QStringLiteral("the state file was written by printer %1; it now serves as %2")
                                .arg(serial, m_config.effectiveSerial());
+                fold = true;
+            }
             m_model.memory().serial = m_config.effectiveSerial();
-        } else {
-            // The new memory goes to disk at once, so that the file is there.
+        }
+        // A new memory goes to disk at once, so that the file is there; a
+        // replayed log is folded into a new snapshot, which also drops a
+        // record cut short at its end.
+        m_delta.reset(m_model.memory());
+        if (fold) {
             QString why;
-            if (!m_state->save(m_model.saveMemory(), &why))
+            if (!writeSnapshot(&why))
                 m_notes << QStringLiteral("cannot save the state to %1: %2").arg(m_state->path(), why);
         }
     }
@@ -242,7 +250,43 @@ bool EmulatorServer::saveNow(QString *error)
     if (!m_state)
         return true;
     QString why;
-    if (m_state->save(m_model.saveMemory(), &why))
+    bool ok = true;
+    const QJsonObject record = m_delta.take(m_model.memory());
+    if (m_snapshotDue || (!record.isEmpty() && !m_state->append(record, &why))) {
+        // The log cannot take the change (or could not before): the whole
+        // memory goes into a new snapshot instead.
+        ok = writeSnapshot(&why);
+        m_snapshotDue = !ok;
+    } else if (m_state->logBytes() > qMax(MinLogBytes, 2 * m_state->snapshotBytes())) {
+        // Folding the log in once it outgrows the snapshot keeps the cost
+        // of a command, averaged, independent of the journal's size.
+        ok = writeSnapshot(&why);
+        m_snapshotDue = !ok;
+    }
+    if (ok)
+        return true;
+    Q_EMIT notice(QStringLiteral("cannot save the state to %1: %2").arg(m_state->path(), why));
+    if (error)
+        *error = why;
+    return false;
+}
+
+bool EmulatorServer::writeSnapshot(QString *error)
+{
+    const PrinterMemory &m = m_model.memory();
+    const auto &entries = m.journal.entries();
+    return m_state->save(MemoryCodec::fieldsJson(m), entries.size(),
+                         [&entries](qsizetype i) { return MemoryCodec::entryJson(entries[i]); }, error);
+}
+
+bool EmulatorServer::compactNow(QString *error)
+{
+    if (!m_state)
+        return true;
+    QString why;
+    m_delta.reset(m_model.memory());
+    m_snapshotDue = !writeSnapshot(&why);
+    if (!m_snapshotDue)
         return true;
     Q_EMIT notice(QStringLiteral("cannot save the state to %1: %2").arg(m_state->path(), why));
     if (error)

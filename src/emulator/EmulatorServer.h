@@ -3,6 +3,7 @@
 #include "EmulatorConfig.h"
 #include "FaultSwitches.h"
 #include "LineSettings.h"
+#include "MemoryDelta.h"
 #include "PrinterModel.h"
 #include "StateFile.h"
 #include "TrafficLog.h"
@@ -72,9 +73,17 @@ public:
     int connectionCount() const;
 
     // Runs one request as if it came off the wire, and saves the memory when
-    // it changed.
+    // it changed: the change is on disk before the answer is returned.
     Reply execute(const QByteArray &name, const QList<QByteArray> &args);
+    // Writes what changed since the last save (a record in the state's log;
+    // now and then the whole memory as a new snapshot).
     bool saveNow(QString *error = nullptr);
+    // Writes the whole memory as a new snapshot and empties the log.
+    bool compactNow(QString *error = nullptr);
+    // The log is folded into a new snapshot once it is larger than this and
+    // than twice the snapshot: each byte a command logs then costs at most
+    // half a byte of snapshot later, however large the journal.
+    static constexpr qint64 MinLogBytes = 4 * 1024 * 1024;
 
 Q_SIGNALS:
     void requestHandled(const QString &peer, const QByteArray &name, const Reply &reply);
@@ -86,12 +95,15 @@ private:
     void onNewConnection();
     WireSession *makeSession(const QString &peer);
     bool reopenTransports();
+    bool writeSnapshot(QString *error);
 
     EmulatorConfig m_config;
     PrinterModel m_model;
     FaultSwitches m_faults;
     TrafficLog m_traffic;
     std::unique_ptr<StateFile> m_state;
+    MemoryDelta m_delta;
+    bool m_snapshotDue = false;
     QStringList m_notes;
     bool m_powered = true;
 

@@ -28,6 +28,9 @@ qint64 LinePacer::nextWake(qint64 now) const
 {
     if (m_queue.isEmpty())
         return -1;
-    const qsizetype batch = qMin<qsizetype>(m_queue.size(), Batch);
+    qsizetype batch = Batch;
+    if (m_charNs > 0)
+        batch = qMax<qsizetype>(batch, BatchNs / m_charNs);
+    batch = qMin<qsizetype>(m_queue.size(), batch);
     return qMax(now, m_firstDone + (batch - 1) * m_charNs);
 }

@@ -112,9 +112,27 @@ QJsonArray strings(const QStringList &l) { return QJsonArray::fromStringList(l);
 
 } // namespace
 
+QJsonObject MemoryCodec::entryJson(const JournalEntry &e)
+{
+    return QJsonObject{{QStringLiteral("when"), when(e.when)}, {QStringLiteral("kind"), e.kind},
+                       {QStringLiteral("number"), e.number}, {QStringLiteral("lines"), strings(e.lines)}};
+}
+
 QJsonObject MemoryCodec::toJson(const PrinterMemory &m)
 {
-    QJsonArray iva, deps, cards, tickets, cash, ops, ps2, promos, flags, params, header, logos, fm, journal;
+    QJsonObject o = fieldsJson(m);
+    QJsonArray journal;
+    for (const auto &e : m.journal.entries())
+        journal.append(entryJson(e));
+    QJsonObject j = o[QStringLiteral("journal")].toObject();
+    j.insert(QStringLiteral("entries"), journal);
+    o.insert(QStringLiteral("journal"), j);
+    return o;
+}
+
+QJsonObject MemoryCodec::fieldsJson(const PrinterMemory &m)
+{
+    QJsonArray iva, deps, cards, tickets, cash, ops, ps2, promos, flags, params, header, logos, fm;
     for (float r : m.iva)
         iva.append(double(r));
     for (const auto &d : m.departments)
@@ -150,10 +168,6 @@ QJsonObject MemoryCodec::toJson(const PrinterMemory &m)
         fm.append(QJsonObject{{QStringLiteral("number"), z.number}, {QStringLiteral("when"), when(z.when)},
                               {QStringLiteral("receipts"), z.receipts}, {QStringLiteral("total"), money(z.total)},
                               {QStringLiteral("vat"), moneyMap(z.vat)}});
-    for (const auto &e : m.journal.entries())
-        journal.append(QJsonObject{{QStringLiteral("when"), when(e.when)}, {QStringLiteral("kind"), e.kind},
-                                   {QStringLiteral("number"), e.number}, {QStringLiteral("lines"), strings(e.lines)}});
-
     return QJsonObject{
         {QStringLiteral("format"), FormatVersion},
         {QStringLiteral("serial"), m.serial},
@@ -172,8 +186,7 @@ QJsonObject MemoryCodec::toJson(const PrinterMemory &m)
         {QStringLiteral("logos"), logos},
         {QStringLiteral("fiscalMemory"), fm},
         {QStringLiteral("journal"), QJsonObject{{QStringLiteral("number"), m.journal.number},
-                                                {QStringLiteral("condition"), ElectronicJournal::conditionName(m.journal.forced)},
-                                                {QStringLiteral("entries"), journal}}},
+                                                {QStringLiteral("condition"), ElectronicJournal::conditionName(m.journal.forced)}}},
         {QStringLiteral("day"), totals(m.day)},
         {QStringLiteral("period"), totals(m.period)},
         {QStringLiteral("plu"), moneyMap(m.pluTotals)},

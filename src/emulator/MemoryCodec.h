@@ -9,6 +9,10 @@
 // it reads into, so that an older or hand-edited file still loads.
 namespace MemoryCodec {
 QJsonObject toJson(const PrinterMemory &memory);
+// All but the journal's documents (its number and condition stay), and one
+// document: the parts the state file's log writes separately.
+QJsonObject fieldsJson(const PrinterMemory &memory);
+QJsonObject entryJson(const JournalEntry &entry);
 void fromJson(const QJsonObject &json, PrinterMemory &memory);
 constexpr int FormatVersion = 1;
 }

@@ -7,7 +7,7 @@
 #include <QObject>
 
 class QSocketNotifier;
-class QTimer;
+class LineTimer;
 
 // The printer's serial port: a pseudo-terminal whose terminal side is linked
 // as COMn in a folder, so that a program opens it as it would a real port.
@@ -50,7 +50,7 @@ private:
     void hear(const QByteArray &bytes);
     void deliverIn();
     void deliverOut();
-    void schedule(QTimer *timer, const LinePacer &pacer);
+    void schedule(LineTimer *timer, const LinePacer &pacer);
 
     int m_master = -1;
     int m_slave = -1; // held open so that the line stays up between programs
@@ -61,8 +61,8 @@ private:
     bool m_paced = false;
     LinePacer m_in;  // from the program to the printer
     LinePacer m_out; // from the printer to the program
-    QTimer *m_inTimer = nullptr;
-    QTimer *m_outTimer = nullptr;
+    LineTimer *m_inTimer = nullptr;
+    LineTimer *m_outTimer = nullptr;
     QElapsedTimer m_clock;
     QString m_link;
     QString m_device;

@@ -2,8 +2,10 @@
 // other, never early, and a wake-up hands on a few at a time.
 
 #include "emulator/LinePacer.h"
+#include "emulator/LineTimer.h"
 #include "emulator/LineSettings.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 class TestLinePacer : public QObject
@@ -50,11 +52,15 @@ private Q_SLOTS:
         LinePacer line;
         line.setCharacterTime(1000);
         QCOMPARE(line.nextWake(0), qint64(-1));
-        line.push(QByteArray(10, 'x'), 0);
-        QCOMPARE(line.nextWake(0), qint64(LinePacer::Batch * 1000));
-        line.take(8000);
-        QCOMPARE(line.nextWake(8000), qint64(10'000)); // two left: the end of the last
-        QCOMPARE(line.nextWake(20'000), qint64(20'000)); // late: at once
+        line.push(QByteArray(2000, 'x'), 0);
+        QCOMPARE(line.nextWake(0), qint64(LinePacer::BatchNs)); // a millisecond's worth
+        line.take(1'998'000);
+        QCOMPARE(line.nextWake(1'998'000), qint64(2'000'000)); // two left: the end of the last
+        QCOMPARE(line.nextWake(3'000'000), qint64(3'000'000)); // late: at once
+        QCOMPARE(line.take(3'000'000).size(), 2);
+        line.setCharacterTime(500'000); // slow: at least Batch characters
+        line.push(QByteArray(10, 'y'), 4'000'000);
+        QCOMPARE(line.nextWake(4'000'000), qint64(4'000'000 + 500'000 * LinePacer::Batch));
     }
 
     void unpacedLetsEverythingThrough()
@@ -62,6 +68,31 @@ private Q_SLOTS:
         LinePacer line;
         line.push("abc", 5);
         QCOMPARE(line.take(5), QByteArray("abc"));
+    }
+
+    // Below a millisecond: fires once, never early; a stopped or re-armed
+    // timer does not fire for the old time.
+    void lineTimerKeepsTimeBelowAMillisecond()
+    {
+        LineTimer timer;
+        int fired = 0;
+        QElapsedTimer clock;
+        qint64 at = 0;
+        connect(&timer, &LineTimer::timeout, this, [&] {
+            ++fired;
+            at = clock.nsecsElapsed();
+        });
+        clock.start();
+        timer.startIn(300'000);
+        QVERIFY(QTest::qWaitFor([&] { return fired > 0; }, 5000));
+        QVERIFY2(at >= 300'000, qPrintable(QString::number(at)));
+        timer.startIn(200'000);
+        timer.stop();
+        timer.startIn(50'000'000); // re-armed later: the old time passes silently
+        timer.stop();
+        QTest::qWait(20);
+        QCOMPARE(fired, 1);
+        QVERIFY(!timer.isActive());
     }
 };
 

@@ -76,6 +76,60 @@ private Q_SLOTS:
         QCOMPARE(reader.model().memory().cards[8], QStringLiteral("SATISPAY"));
     }
 
+    // The log of changes after the snapshot, as a kill or a broken disk can
+    // leave it.
+    void logIsReplayedAsFarAsItIsWhole_data()
+    {
+        QTest::addColumn<QString>("mutation");
+        QTest::addColumn<QString>("card");
+        QTest::addColumn<bool>("noted");
+        QTest::newRow("as written") << "" << "B" << false;
+        QTest::newRow("last record cut short") << "torn" << "B" << false;
+        QTest::newRow("bad record before the end") << "garbage" << "A" << true;
+        QTest::newRow("log already in the snapshot") << "folded" << "B" << false;
+    }
+    void logIsReplayedAsFarAsItIsWhole()
+    {
+        QFETCH(QString, mutation);
+        QFETCH(QString, card);
+        QFETCH(bool, noted);
+        const QString log = StateFile(path()).logPath();
+        QFile::remove(log);
+        QJsonObject whole;
+        {
+            EmulatorServer emu(config);
+            QVERIFY(emu.start());
+            QVERIFY(emu.execute("WriteCarta", {"9", "A"}).isOk());
+            QVERIFY(sell(emu.model(), 1, 3).isOk());
+            QVERIFY(payCash(emu.model()).isOk());
+            QVERIFY(emu.saveNow());
+            QVERIFY(emu.execute("WriteCarta", {"9", "B"}).isOk());
+            whole = emu.model().saveMemory();
+            QFile f(log);
+            QVERIFY(f.open(QIODevice::ReadOnly));
+            QList<QByteArray> lines = f.readAll().split('\n');
+            f.close();
+            QCOMPARE(lines.size(), 4); // three records and the empty end
+            if (mutation == QLatin1String("folded"))
+                QVERIFY(emu.compactNow()); // as if killed before the log was emptied
+            if (mutation == QLatin1String("torn"))
+                lines.last() = R"({"n":4,"set":{"cards":["X")";
+            if (mutation == QLatin1String("garbage"))
+                lines.insert(1, "\x01not a record");
+            QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            f.write(lines.join('\n'));
+        }
+        EmulatorServer again(config);
+        QVERIFY(again.start());
+        QCOMPARE(again.notes().join('\n').contains(QStringLiteral("damaged")), noted);
+        QCOMPARE(again.model().memory().cards[8], card);
+        if (!noted)
+            QCOMPARE(again.model().saveMemory(), whole); // the receipt and its journal document once
+        QCOMPARE(QFileInfo(log).size(), 0); // folded into the snapshot at the start
+        for (const QString &aside : QDir(dir.path()).entryList({QStringLiteral("state.json.log.damaged-*")}))
+            QFile::remove(dir.filePath(aside));
+    }
+
     void damagedFileIsSetAsideAndNeverOverwritten()
     {
         {

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "PrinterMemory.h"
+
+#include <QJsonObject>
+
+// What changed in the printer's memory since the last record: the top-level
+// members that differ (each whole: a day's totals, a table) and the journal
+// documents added since. A command thus writes what it changed, a few kB for
+// a receipt, however long the journal has grown.
+class MemoryDelta
+{
+public:
+    // The memory as it now stands on disk.
+    void reset(const PrinterMemory &memory);
+    // The record for StateFile::append, empty when nothing changed; the
+    // memory then counts as written (reset() again if the write failed).
+    QJsonObject take(const PrinterMemory &memory);
+
+private:
+    QJsonObject m_fields;
+    qsizetype m_entries = 0;
+    int m_journalNumber = 0;
+};
