@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The journal read to the screen: the real DGFECrtForm, offscreen, reading
 // the journal from the emulator through the program's control. The emulator
 // runs as a process of its own, as users run it (in a thread of this one the

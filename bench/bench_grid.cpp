@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The department grid: filling 999 rows into the grid model shown in a table
 // view (offscreen), and one row of the departments read from the emulator and
 // written back over loopback TCP, with times printed. The fill should stay

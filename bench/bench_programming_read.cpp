@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How fast a whole programming read goes from the program's control to the
 // emulator over loopback TCP, beside a plain socket ping-pong that moves the
 // same bytes in the same number of round trips, in the same process and the

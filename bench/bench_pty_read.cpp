@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A whole programming read over a serial line at its real speed: the
 // emulator on a pseudo-terminal paced at the line speed (--real-speed), the
 // program's control on the other end, as with a printer on a serial port.

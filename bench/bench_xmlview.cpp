@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The programming screen against the emulator over loopback TCP, offscreen:
 //   - a whole read into the grids, beside the control-only read of the same
 //     rows in the same run (the screen's own cost on top of the exchanges);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures of the program's screens for the documentation: each screen is
 // built by its class against the emulated printer (in this process, over
 // loopback TCP, on a free port), shown, grabbed into <folder>/<Class>.png and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds files to a fuzz target's entry function without libFuzzer: every
 // argument is a file or a folder of files (not recursive). Any crash or
 // sanitizer report ends the run; reaching the end means every input passed.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installs what building and testing Fiscorda needs on Debian 12, when missing.
 # With package names as arguments: installs those instead, when missing.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Draws the standard logos that go beside the program, in LoghiStandard/.
 
 For each logo of the numbered set it writes the picture NN_name.bmp (what

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Paints the instruction pictures of the journal change wizard: for each
 // printer model, where the journal card sits at the back of the printer, how
 // its compartment opens, how a card is labelled and how it goes back in; and

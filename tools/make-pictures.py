@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Makes the instruction pictures of the journal change wizard.
 
 Builds tools/make-pictures.cpp (a small Qt program that paints each picture

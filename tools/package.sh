@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds the Debian package fiscorda_<version>_amd64.deb into the project's
 # root: the programs, img/ and LoghiStandard/, the menu entries and icons,
 # the manual pages, the AppStream metadata, the copyright and the changelog.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installs what is missing, builds, starts the bundled printer emulator on
 # loopback and Fiscorda connected to it over TCP. With a display the printer
 # is the training printer's window (fiscorda-printer), else the console

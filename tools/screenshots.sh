@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Pictures of the main screens into docs/screenshots/ (at 100 %) and
 # docs/screenshots/200/ (at 200 %, QT_SCALE_FACTOR=2), taken offscreen on a
 # screen of 3840x2160 against the emulator that the program runs in its own

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Text to number under the Italian and the English locale: the numeric
 // test, Integer, Long, Single, Double and Currency. A RunTimeError (type
 // mismatch, overflow) is the expected end of a bad text; any other outcome,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The printer control's reading side: the frame decoder fed whatever a line
 // may carry, in arbitrary pieces, and the response parser and value readers
 // on every frame it accepts.

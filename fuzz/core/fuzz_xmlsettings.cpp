@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // XmlSettings reading any file that may lie in the program's folder, then
 // writing a key into it: what it writes must load again and hold the key.
 #include "FuzzCheck.h"

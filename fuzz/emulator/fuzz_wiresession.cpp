@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The emulator's side of a connection: whatever a client sends, as raw
 // bytes or as well-framed requests of any name and arguments, reaches the
 // command dispatch; the printer answers only with well-formed frames and

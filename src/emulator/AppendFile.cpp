@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppendFile.h"
 
 bool openForAppend(QFile &file, const QString &path, const QString &what, QString *error)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "LinePacer.h"
 
 void LinePacer::push(const QByteArray &bytes, qint64 now)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "TrimBlanks.h"
 
 QString TrimBlanks(const QString &text)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files survive their writer killed at any moment: settings are one whole
 // version, never a mix; logs only grow.
 #include "TestFiles.h"

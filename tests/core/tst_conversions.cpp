@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Text to number and back under an Italian and the C locale: what is a
 // number, rounding of halves to even, the 16- and 32-bit edges, exact money.
 #include "settings/Conversions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Money is exact: scaled by 10000 and never through binary floating point
 // when it comes from text.
 #include "settings/Currency.h"

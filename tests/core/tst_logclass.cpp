@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The line writer: appends, starts anew on Reset, Windows-1252 with CR-LF.
 #include "settings/LogClass.h"
 #include "settings/RunTimeError.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Who the printer is: the serial number (padding, the busy road, numbers that
 // cannot name a file), the model read from it, the firmware version.
 #include "FakeFPControl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the program keeps its files: beside a portable or built executable,
 // else in the user's folder with the installed data reachable from there.
 #include "TestFiles.h"

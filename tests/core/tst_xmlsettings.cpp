@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The settings file: look-up rules and their asymmetries, exact bytes, safe saves.
 #include "settings/Conversions.h"
 #include "settings/ProgramFolder.h"

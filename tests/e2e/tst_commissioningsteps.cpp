@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The header step against the emulated printer: read back, programmed and
 // printed on the next receipt at the model's width.
 #include "EmulatorTestEnv.h"

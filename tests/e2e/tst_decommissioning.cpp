@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The decommissioning against the emulated printer over TCP: a closure that
 // the printer refuses bars the way until one succeeds, the closure and the
 // whole fiscal memory land on the paper roll, and the declaration of the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Each screen's main road walked against the emulated printer while one
 // fault of the printer or of the line is on: the screen has to tell the
 // technician, end within the time-outs, and work again once the fault is

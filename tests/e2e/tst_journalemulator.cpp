@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The journal screens against the emulated printer over the real control.
 // (A read cut in the middle: the screen's test; a printer off: the control's.)
 #include "DgfeSelection.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The logo screens against the emulated printer over the real control: a
 // standard logo of the installation lands in the logo memory and heads the
 // next receipt; a transfer that the line cuts half-way ends in the failure

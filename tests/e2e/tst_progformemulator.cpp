@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The table editor against the emulated printer over loopback TCP: a row of
 // each table read, changed and read back; the department count beyond the
 // printer's. (The VAT defaults, a refused value and a failed write are the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole programming through the real control and the emulated printer:
 // read, saved, opened again and written into a printer changed meanwhile,
 // which must end up as it was; and a printer that goes away mid-restore.

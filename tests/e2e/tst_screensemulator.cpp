@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The core screens against the emulated printer, over the real control.
 #include "EmulatorTestEnv.h"
 #include "app/FiscordaForm.h"

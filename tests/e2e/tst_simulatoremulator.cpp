@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The cash-register simulator against the emulated printer: a whole receipt
 // as printed and the eight X reports (the key rules: the keypad model's test).
 #include "EmulatorTestEnv.h"

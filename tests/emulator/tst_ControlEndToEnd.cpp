@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's control talking to the emulator over loopback TCP and a
 // pseudo-terminal (result codes per line fault: the control's own test).
 

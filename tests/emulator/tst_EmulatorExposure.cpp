@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The emulator facing a hostile or broken client: loopback unless told, bounded
 // connections, floods that do not grow its memory; afterwards it still answers.
 #include "EmulatorTestKit.h"

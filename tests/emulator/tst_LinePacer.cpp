@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A serial line's pace: bytes come through one character time after the
 // other, never early, and a wake-up hands on a few at a time.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The simulated printer's rules, without any transport.
 
 #include "EmulatorTestKit.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The emulator's serial port: a pseudo-terminal linked as COMn, answering
 // only at its own line settings, hung up by a power off.
 

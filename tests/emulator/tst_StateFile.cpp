@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The printer's memory across restarts, and a state file that went wrong.
 
 #include "EmulatorTestKit.h"

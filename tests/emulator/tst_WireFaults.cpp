@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The emulator on the wire, over loopback TCP, seen byte by byte: ACK and
 // NAK, the answer's SEQ, each fault switch, power off and on, the traffic log.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The commissioning chain: each step opens the next in its mode after it has
 // gone; the customer's step keeps what was given.
 #include "FormTestEnv.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The date screen: the clock read in both roles, the closure a date may
 // demand, the confirmation, the commissioning's refusal to go on.
 #include "FormTestEnv.h"

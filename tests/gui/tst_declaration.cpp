@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The declaration for the tax office: the text file to the byte in both
 // modes, the printed page read back from a PDF, the list of printers, the
 // copies, a printer or a file that fails, and the file output that stays on

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The journal screens on a scripted control: the exact calls of a read and of
 // the print roads, the end of a selection, pause and stop between two lines,
 // failures in the middle, bad receipt numbers, the close question and the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The diagnostic screen: state digits into texts and colours, the versions
 // as shown, and what stays blank when the printer cannot be read.
 #include "FormTestEnv.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The journal change wizard: its tab strip, the printer-off probe, the second
 // step per model, the format step.
 #include "FormTestEnv.h"

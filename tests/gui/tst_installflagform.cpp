@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The flag screen against a scripted printer.
 #include "FormTestEnv.h"
 #include "TestFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The logo screens and the logo transfer against a scripted control: the job
 // cut into 100-byte pieces with a turn of the event loop after each, the
 // time-outs around the closing text, the roads by model and firmware, the

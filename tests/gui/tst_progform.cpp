@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The table editor against a scripted printer: what each kind shows, the VAT
 // list and its defaults, the rounding of the rates, the writes of btnAdd, the
 // 20-character cut, the per-printer file, and the departments as a step of

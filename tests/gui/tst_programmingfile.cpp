@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The programming file: exact bytes, names, odd and broken files, locales.
 #include "FormTestEnv.h"
 #include "TestFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The programming tables: their descriptions, the department bound, the
 // generic row read and write through the control, and the grid model.
 #include "FakeFPControl.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The decommissioning wizard: its tab rules, the printer steps, the screens
 // of the sixth step.
 #include "FormTestEnv.h"

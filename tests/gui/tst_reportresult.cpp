@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Result reporting: the exact texts the technician sees for each result,
 // and the calls into the control that reporting makes.
 #include "FakeFPControl.h"

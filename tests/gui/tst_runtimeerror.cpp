@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A run-ending failure thrown inside an event handler ends the process with
 // "Errore di run-time" and a non-zero status, without a crash.
 #include "app/FiscordaApplication.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The communication setup: what it loads, what its buttons do to the control
 // and to Settings.xml, and the speed search with its order, its cancel and
 // its refusal to be closed.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sale keypad's window (its rules are the model's test) and the X reports.
 #include "FormTestEnv.h"
 #include "app/DataOraForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Start-up as the technician meets it, and the main form's roads to the setup
 // and the date screen.
 #include "FormTestEnv.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The programming screen over a scripted control: the order of the reading
 // with one exchange per row, the rows that stay blank, the sections of flags
 // that end at " NON PREVISTO.", the restore with the header last behind the

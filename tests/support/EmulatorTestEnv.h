@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 // Header only: it needs the emulator, which only the end-to-end tests link.
