@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // XmlSettings reading any file that may lie in the program's folder, then
 // writing a key into it: what it writes must load again and hold the key.
-#include "FuzzCheck.h"
+#include "FuzzFiles.h"
 #include "settings/XmlSettings.h"
 
 #include <QDir>
@@ -9,32 +9,6 @@
 #include <QTemporaryDir>
 
 #include <cstdint>
-
-namespace {
-
-QString folder()
-{
-    // Memory-backed where there is one: each input is a file write and two reads.
-    static QTemporaryDir dir(QDir("/dev/shm").exists() ? QStringLiteral("/dev/shm/fuzzxml-XXXXXX")
-                                                        : QDir::tempPath() + QStringLiteral("/fuzzxml-XXXXXX"));
-    return dir.path();
-}
-
-void write(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    FUZZ_CHECK(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    FUZZ_CHECK(file.write(bytes) == bytes.size());
-}
-
-QByteArray read(const QString &path)
-{
-    QFile file(path);
-    FUZZ_CHECK(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -45,8 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QString value = QString::fromUtf8(bytes.left(bytes.indexOf('\n') < 0 ? 64 : bytes.indexOf('\n')));
     value.remove(QChar(0));
 
-    const QString dir = folder();
-    write(dir + QStringLiteral("/in.xml"), bytes);
+    const QString dir = fuzzFolder("fuzzxml");
+    fuzzWrite(dir + QStringLiteral("/in.xml"), bytes);
 
     XmlSettings in;
     in.OpenSettings(QStringLiteral("in"), dir, QStringLiteral("settings"));
@@ -66,8 +40,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     FUZZ_CHECK(out.GetValueAtt(QStringLiteral("fuzzkey"), QStringLiteral("v"), attribute) && attribute == value);
 
     // A file written once is written again byte for byte.
-    const QByteArray first = read(dir + QStringLiteral("/out.xml"));
+    const QByteArray first = fuzzRead(dir + QStringLiteral("/out.xml"));
     out.CloseSettings(dir + QStringLiteral("/again.xml"));
-    FUZZ_CHECK(read(dir + QStringLiteral("/again.xml")) == first);
+    FUZZ_CHECK(fuzzRead(dir + QStringLiteral("/again.xml")) == first);
     return 0;
 }

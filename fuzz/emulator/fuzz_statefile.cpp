@@ -4,7 +4,7 @@
 // starts all the same: a state it cannot read is refused with a message and
 // set aside unchanged; one it loads, it writes, and loading that again gives
 // the same memory.
-#include "FuzzCheck.h"
+#include "FuzzFiles.h"
 #include "emulator/EmulatorServer.h"
 
 #include <QCoreApplication>
@@ -14,38 +14,20 @@
 
 #include <cstdint>
 
-namespace {
-
-QString folder()
-{
-    static QTemporaryDir dir(QDir("/dev/shm").exists() ? QStringLiteral("/dev/shm/fuzzstate-XXXXXX")
-                                                        : QDir::tempPath() + QStringLiteral("/fuzzstate-XXXXXX"));
-    return dir.path();
-}
-
-void write(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    FUZZ_CHECK(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    FUZZ_CHECK(file.write(bytes) == bytes.size());
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     silenceQtMessages();
     const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
     const qsizetype cut = bytes.indexOf('\x1e');
     const QByteArray snapshot = cut < 0 ? bytes : bytes.left(cut);
-    QDir dir(folder());
+    QDir dir(fuzzFolder("fuzzstate"));
     for (const QString &f : dir.entryList(QDir::Files))
         dir.remove(f);
     EmulatorConfig config;
     config.statePath = dir.filePath(QStringLiteral("state.json"));
-    write(config.statePath, snapshot);
+    fuzzWrite(config.statePath, snapshot);
     if (cut >= 0)
-        write(config.statePath + QStringLiteral(".log"), bytes.mid(cut + 1));
+        fuzzWrite(config.statePath + QStringLiteral(".log"), bytes.mid(cut + 1));
 
     QJsonObject memory;
     {

@@ -4,7 +4,7 @@
 // another root) is told once and left as it was; what loads, saved and
 // loaded again, gives the same grids, and a second save is byte for byte
 // the first.
-#include "FuzzCheck.h"
+#include "FuzzFiles.h"
 #include "programming/ProgrammingFile.h"
 #include "programming/XmlViewTables.h"
 #include "settings/RunTimeError.h"
@@ -18,32 +18,11 @@
 
 namespace {
 
-QString folder()
-{
-    static QTemporaryDir dir(QDir("/dev/shm").exists() ? QStringLiteral("/dev/shm/fuzzprog-XXXXXX")
-                                                        : QDir::tempPath() + QStringLiteral("/fuzzprog-XXXXXX"));
-    return dir.path();
-}
-
-void write(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    FUZZ_CHECK(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    FUZZ_CHECK(file.write(bytes) == bytes.size());
-}
-
-QByteArray read(const QString &path)
-{
-    QFile file(path);
-    FUZZ_CHECK(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
 XmlViewTables load(const QString &name, QString *problem)
 {
     XmlViewTables t;
     t.SetupGrids();
-    ProgrammingFile file(name, folder());
+    ProgrammingFile file(name, fuzzFolder("fuzzprog"));
     try {
         file.LoadIvaFromFile(t);
         file.LoadRepFromFile(t);
@@ -64,8 +43,8 @@ XmlViewTables load(const QString &name, QString *problem)
 
 void save(const XmlViewTables &t, const QString &name)
 {
-    QFile::remove(folder() + QLatin1Char('/') + name + QStringLiteral(".xml"));
-    ProgrammingFile file(name, folder());
+    QFile::remove(fuzzFolder("fuzzprog") + QLatin1Char('/') + name + QStringLiteral(".xml"));
+    ProgrammingFile file(name, fuzzFolder("fuzzprog"));
     file.beginSave();
     // Not SaveVersionToFile: it asks the printer for its firmware, and the
     // version is in no grid.
@@ -122,20 +101,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     silenceQtMessages();
 
     const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
-    const QString in = folder() + QStringLiteral("/in.xml");
-    write(in, bytes);
+    const QString in = fuzzFolder("fuzzprog") + QStringLiteral("/in.xml");
+    fuzzWrite(in, bytes);
     QString problem;
     const XmlViewTables first = load(QStringLiteral("in"), &problem);
     if (!problem.isEmpty()) {
-        FUZZ_CHECK(read(in) == bytes); // not ours: never rewritten
+        FUZZ_CHECK(fuzzRead(in) == bytes); // not ours: never rewritten
         return 0;
     }
     save(first, QStringLiteral("out"));
     const XmlViewTables second = load(QStringLiteral("out"), &problem);
     FUZZ_CHECK(problem.isEmpty());
     FUZZ_CHECK(sameGrids(first, second));
-    const QByteArray saved = read(folder() + QStringLiteral("/out.xml"));
+    const QByteArray saved = fuzzRead(fuzzFolder("fuzzprog") + QStringLiteral("/out.xml"));
     save(second, QStringLiteral("again"));
-    FUZZ_CHECK(read(folder() + QStringLiteral("/again.xml")) == saved);
+    FUZZ_CHECK(fuzzRead(fuzzFolder("fuzzprog") + QStringLiteral("/again.xml")) == saved);
     return 0;
 }

@@ -36,18 +36,18 @@ void LineTimer::startIn(qint64 ns)
         return;
     }
     ns = qMax<qint64>(ns, 1); // zero would disarm it
-    itimerspec spec{};
-    spec.it_value.tv_sec = time_t(ns / 1'000'000'000);
-    spec.it_value.tv_nsec = long(ns % 1'000'000'000);
-    ::timerfd_settime(m_fd, 0, &spec, nullptr);
+    itimerspec when{};
+    when.it_value.tv_sec = time_t(ns / 1'000'000'000);
+    when.it_value.tv_nsec = long(ns % 1'000'000'000);
+    ::timerfd_settime(m_fd, 0, &when, nullptr);
 }
 
 void LineTimer::stop()
 {
     m_active = false;
     if (m_fd >= 0) {
-        itimerspec spec{};
-        ::timerfd_settime(m_fd, 0, &spec, nullptr);
+        itimerspec when{};
+        ::timerfd_settime(m_fd, 0, &when, nullptr);
         uint64_t expirations = 0;
         [[maybe_unused]] const auto n = ::read(m_fd, &expirations, sizeof expirations);
     }
