@@ -26,3 +26,15 @@ inline bool OpenControl(KelvoProtocolControl &control, quint16 port)
     control.setTcpPort(int16_t(port));
     return control.OpenTcp() == 0;
 }
+
+// The same, opened on serial port 1 (the emulator's COM1 link beside the
+// program) at the given line settings.
+inline bool OpenControlOnCom1(KelvoProtocolControl &control, const QString &settings)
+{
+    control.setEuroSettings(2);
+    control.setUseTcp(0);
+    control.setComPort(1);
+    control.setComSettings(settings);
+    control.OpenComPort();
+    return control.IsComPortOpen();
+}

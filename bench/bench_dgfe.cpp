@@ -201,12 +201,7 @@ int main(int argc, char **argv)
             return 2;
         }
         KelvoProtocolControl control;
-        control.setEuroSettings(2);
-        control.setUseTcp(0);
-        control.setComPort(1);
-        control.setComSettings(settings);
-        control.OpenComPort();
-        if (!control.IsComPortOpen()) {
+        if (!OpenControlOnCom1(control, settings)) {
             std::fprintf(stderr, "the control could not open COM1\n");
             return 2;
         }

@@ -13,6 +13,7 @@
 // Target: each speed within 1.05 x the wire time. Exit status 1 when missed.
 
 #include "ProgrammingRead.h"
+#include "BenchLink.h"
 #include "emulator/EmulatorServer.h"
 #include "emulator/LineSettings.h"
 #include "printer/KelvoProtocolControl.h"
@@ -46,12 +47,7 @@ static int readAt(int speed)
         return 2;
     }
     KelvoProtocolControl control;
-    control.setEuroSettings(2);
-    control.setUseTcp(0);
-    control.setComPort(1);
-    control.setComSettings(settings);
-    control.OpenComPort();
-    if (!control.IsComPortOpen()) {
+    if (!OpenControlOnCom1(control, settings)) {
         fprintf(stderr, "the control could not open %s\n", qPrintable(emu.ptyLink()));
         return 2;
     }
