@@ -7,10 +7,13 @@
 #
 # Targets are the names of fuzz/<library>/fuzz_<name>.cpp; none named: all.
 # Each run starts from fuzz/corpus/<name>/ and works in build-fuzz/corpus/<name>/.
-# --update-corpus replaces fuzz/corpus/<name>/ with the minimised result.
+# --update-corpus adds to fuzz/corpus/<name>/ the inputs of the run that reach
+# code the corpus does not (libFuzzer's merge); the named seeds stay.
 # A finding is left in build-fuzz/findings/<name>/ and the script fails.
-# One line per run (target, seconds, executions, findings) is appended to
-# build-fuzz/fuzz-runs.txt.
+# One line per run (target, seconds, executions, coverage, findings) is
+# appended to build-fuzz/fuzz-runs.txt.
+# The fuzzers run at nice 19 so that they can share a working machine; for a
+# measured run on an idle one, FUZZ_NICE=0.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 seconds=600
@@ -58,12 +61,13 @@ for t in "${targets[@]}"; do
   log="$build/findings/$t.log"
   start=$(date +%s)
   rc=0
-  nice -n 19 "$build/bin/fuzz_$t" -max_total_time="$seconds" -print_final_stats=1 -timeout=25 \
+  nice -n "${FUZZ_NICE:-19}" "$build/bin/fuzz_$t" -max_total_time="$seconds" -print_final_stats=1 -timeout=25 \
     -artifact_prefix="$findings/" "$work" >"$log" 2>&1 || rc=$?
   took=$(( $(date +%s) - start ))
   execs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
   found=$(find "$findings" -type f | wc -l)
-  line="$(date -u +%F\ %H:%M) $t ${took}s ${execs:-?} executions, $found findings (exit $rc)"
+  cov=$(grep -o 'cov: [0-9]* ft: [0-9]*' "$log" | tail -1)
+  line="$(date -u +%F\ %H:%M) $t ${took}s ${execs:-?} executions, ${cov:-cov: ?}, $found findings (exit $rc), load $(cut -d' ' -f1-3 /proc/loadavg)"
   echo "$line" | tee -a "$build/fuzz-runs.txt"
   if [ "$rc" -ne 0 ] || [ "$found" -ne 0 ]; then
     status=1
@@ -71,12 +75,10 @@ for t in "${targets[@]}"; do
     continue
   fi
   if [ "$update" -eq 1 ]; then
-    fresh="$build/corpus-min/$t"
-    rm -rf "$fresh"; mkdir -p "$fresh"
-    nice -n 19 "$build/bin/fuzz_$t" -merge=1 "$fresh" "$work" >>"$log" 2>&1
-    rm -rf "$root/fuzz/corpus/$t"; mkdir -p "$root/fuzz/corpus/$t"
-    cp "$fresh"/* "$root/fuzz/corpus/$t/"
-    echo "  fuzz/corpus/$t: $(ls "$root/fuzz/corpus/$t" | wc -l) files, $(du -sk "$root/fuzz/corpus/$t" | cut -f1) KiB"
+    before=$(ls "$root/fuzz/corpus/$t" | wc -l)
+    mkdir -p "$root/fuzz/corpus/$t"
+    nice -n 19 "$build/bin/fuzz_$t" -merge=1 "$root/fuzz/corpus/$t" "$work" >>"$log" 2>&1
+    echo "  fuzz/corpus/$t: $before files, now $(ls "$root/fuzz/corpus/$t" | wc -l), $(du -sk "$root/fuzz/corpus/$t" | cut -f1) KiB"
   fi
 done
 exit $status
