@@ -257,6 +257,13 @@ pugi::xml_node XmlSettings::findOrCreate(const QString &tag)
     pugi::xml_node node = firstBelowRoot(tag);
     if (!node) {
         requireName(tag);
+        // Blanks alone in the root are kept on loading only while they are
+        // all it holds; beside an element the next load drops them, so they
+        // go now, and a file saved twice is the same both times.
+        const pugi::xml_node only = root.first_child();
+        if (only && only == root.last_child() && only.type() == pugi::node_pcdata
+            && QByteArray(only.value()).trimmed().isEmpty())
+            root.remove_child(only);
         node = root.append_child(name.constData());
     }
     return node;
