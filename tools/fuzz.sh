@@ -12,6 +12,8 @@
 # A finding is left in build-fuzz/findings/<name>/ and the script fails.
 # One line per run (target, seconds, executions, coverage, findings) is
 # appended to build-fuzz/fuzz-runs.txt.
+# fuzz/<library>/fuzz_<name>.options, when there is one, holds more libFuzzer
+# flags for that target, one a line ('#' starts a comment).
 # The fuzzers run at nice 19 so that they can share a working machine; for a
 # measured run on an idle one, FUZZ_NICE=0.
 set -euo pipefail
@@ -61,8 +63,12 @@ for t in "${targets[@]}"; do
   log="$build/findings/$t.log"
   start=$(date +%s)
   rc=0
+  extra=()
+  for o in "$root"/fuzz/*/fuzz_"$t".options; do
+    [ -f "$o" ] && while read -r flag; do extra+=("$flag"); done < <(sed -e 's/#.*//' -e '/^[[:space:]]*$/d' "$o")
+  done
   nice -n "${FUZZ_NICE:-19}" "$build/bin/fuzz_$t" -max_total_time="$seconds" -print_final_stats=1 -timeout=25 \
-    -artifact_prefix="$findings/" "$work" >"$log" 2>&1 || rc=$?
+    "${extra[@]}" -artifact_prefix="$findings/" "$work" >"$log" 2>&1 || rc=$?
   took=$(( $(date +%s) - start ))
   execs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
   found=$(find "$findings" -type f | wc -l)
