@@ -23,7 +23,6 @@
 #include "simulator/XRepForm.h"
 
 #include <QAbstractButton>
-#include <QDir>
 #include <QHeaderView>
 #include <QScrollArea>
 #include <QTableView>
@@ -67,9 +66,7 @@ private Q_SLOTS:
     void init()
     {
         env.emplace();
-        const QDir bin(QDir::currentPath());
-        for (const char *name : {"img", "LoghiStandard"})
-            QFile::link(bin.filePath(name), QDir(env->folder.path()).filePath(name));
+        env->linkShippedFiles();
         QVERIFY(env->startOnTcp());
     }
     void cleanup() { env.reset(); }

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The journal screens against the emulated printer over the real control.
-// (A read cut in the middle: the screen's test; a printer off: the control's.)
+// (A read cut in the middle, the lines and the file of a selection: the
+// screen's test; a printer off: the control's; reads by date and by number
+// as the printer serves them: the control's end-to-end test.)
 #include "DgfeSelection.h"
 #include "EmulatorTestEnv.h"
-#include "TestFiles.h"
 #include "app/FiscordaForm.h"
 #include "emulator/ConsoleCommands.h"
 #include "journal/GiornaleDGFEForm.h"
 #include "journal/GiornaleStepForm.h"
-#include "settings/Cp1252.h"
-#include "ui/FileDialog.h"
 
 #include <QApplication>
 #include <QDateEdit>
@@ -25,16 +24,6 @@ class TestJournalEmulator : public QObject
     std::optional<DgfeSelection> selection;
     QDateTime clock;
 
-    // The printer keeps its memory in a state file, across a restart, and
-    // lives on the test's clock.
-    void startPrinter()
-    {
-        EmulatorConfig config;
-        config.statePath = env->folder.filePath("state.json");
-        config.paperPath.clear();
-        QVERIFY(env->start(config));
-        env->emu->model().context().systemClock = [this] { return clock; };
-    }
     void connectTcp()
     {
         env->control->setTimeoutAck(1);
@@ -57,60 +46,17 @@ private Q_SLOTS:
     void init()
     {
         env.emplace();
-        FileDialog::startRecording();
         clock = QDateTime(QDate(2026, 3, 9), QTime(9, 0));
-        startPrinter();
+        EmulatorConfig config;
+        config.paperPath.clear();
+        QVERIFY(env->start(config));
+        env->emu->model().context().systemClock = [this] { return clock; }; // the test's clock
         selection.emplace();
     }
     void cleanup()
     {
         selection.reset();
-        FileDialog::stopRecording();
         env.reset();
-    }
-
-    void readsSelectExactlyAcrossARestart()
-    {
-        receipt(QDateTime(QDate(2026, 3, 9), QTime(9, 0)), "PANE");
-        receipt(QDateTime(QDate(2026, 3, 9), QTime(9, 5)), "LATTE");
-        clock = QDateTime(QDate(2026, 3, 9), QTime(20, 0));
-        run("FiscalClosure", {"1"});
-        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 0)), "UNO");
-        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 1)), Cp1252::encode(QStringLiteral("CAFFÈ €")));
-        receipt(QDateTime(QDate(2026, 3, 10), QTime(8, 2)), "TRE");
-        receipt(QDateTime(QDate(2026, 3, 11), QTime(8, 0)), "DOMANI");
-        const QStringList tenth = journal().linesByDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
-        const QStringList second = journal().linesByNumber(QDate(2026, 3, 10), 2, 2);
-
-        // The journal is the printer's memory: a restart keeps it whole.
-        const qsizetype documents = journal().entries().size();
-        startPrinter(); // again
-        QCOMPARE(journal().entries().size(), documents);
-        connectTcp();
-
-        selection->byDate(QDate(2026, 3, 10), QDate(2026, 3, 10));
-        DGFECrtForm date;
-        date.Command1->click();
-        QCOMPARE(listOf(date), tenth);
-        QVERIFY(MsgBox::shownTexts().isEmpty());
-
-        selection->byNumber(QDate(2026, 3, 10), "2", "2");
-        DGFECrtForm number;
-        number.Command1->click();
-        QCOMPARE(listOf(number), second);
-        // The accented line arrives whole: Windows-1252 on the wire, right on screen.
-        QCOMPARE(second.filter(QStringLiteral("CAFFÈ €")).size(), 1);
-
-        const QString path = env->folder.filePath("out.log");
-        FileDialog::queueAnswer(path);
-        number.btnSalvaSuFile->click();
-        QVERIFY(TestFiles::contentOf(path).contains("CAFF\xC8 \x80"));
-
-        // Nothing on a day without receipts.
-        selection->byNumber(QDate(2026, 3, 12), "1", "9");
-        DGFECrtForm none;
-        none.Command1->click();
-        QCOMPARE(listOf(none), QStringList{"Nessuna operazione!"});
     }
 
     // The technician's roads from the main form: "Giornale Elettronico DGFE",

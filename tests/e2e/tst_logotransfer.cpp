@@ -3,8 +3,8 @@
 // standard logo of the installation lands in the logo memory and heads the
 // next receipt; a transfer that the line cuts half-way ends in the failure
 // message and leaves the memory and the logo number alone; a huge file is
-// refused at once. (The memory clear is the screen's bytes and the printer
-// model's rule.)
+// refused at once. (The memory clear, and a second APPLICA whose name lost
+// its file, are the screen's calls and the printer model's rule.)
 #include "EmulatorTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/LoghiForm.h"
@@ -63,15 +63,6 @@ private Q_SLOTS:
         QCOMPARE(env->emu->execute("SellReparto", {"1", "1", "PANE", "25000", "1", "1"}).result, 0);
         QVERIFY(printed().contains("[ LOGO 4 ]"));
         QCOMPARE(env->emu->execute("PayReceipt", {"1", "", "0", "0", "0", "1"}).result, 0);
-
-        // Again without a new choice: the name has lost its file, the
-        // printer refuses the empty logo, the number is written all the same.
-        MsgBox::clearShown();
-        form.btnSave->click();
-        QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione logo non riuscita!"});
-        QCOMPARE(memory().logos.size(), 1);
-        QCOMPARE(status().right(1), QStringLiteral("4"));
-        QCOMPARE(param(9), 4);
     }
 
     void transferCutHalfWay()

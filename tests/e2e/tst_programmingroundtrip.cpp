@@ -151,6 +151,8 @@ private Q_SLOTS:
         file.btnPrgSave->click();
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione stampante terminata!"});
         compareProgramming(env->emu->model().memory(), before);
+        // Lines 98 and 99 closed the header: the printer printed it.
+        QVERIFY(env->roll().join('\n').contains("PROGRAMMAZIONE INTESTAZIONE"));
     }
 
     void thePrinterGoesAwayDuringARestore()

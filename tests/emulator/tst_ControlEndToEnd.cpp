@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program's control talking to the emulator over loopback TCP and a
-// pseudo-terminal (result codes per line fault: the control's own test).
+// pseudo-terminal (result codes per line fault: the control's own test): the
+// control's requests as the emulator reads them, both ways.
 
 #include "EmulatorTestKit.h"
 
@@ -19,6 +20,7 @@ class TestControlEndToEnd : public QObject
     QTemporaryDir dir;
     std::unique_ptr<EmulatorServer> emu;
     std::unique_ptr<KelvoProtocolControl> ctl;
+    Clock clock;
     static constexpr int Com = 61;
 
     bool tcp() const
@@ -97,25 +99,33 @@ private Q_SLOTS:
         QCOMPARE(ctl->RepartoLimite(), Currency::fromUnits(50));
         QCOMPARE(ctl->ErrorCode(), int16_t(0));
 
-        // A receipt paid in two parts, then the journal read line by line to 3102.
+        // A receipt paid in two parts and another, then the day's journal read
+        // line by line to 3102, by date and by receipt numbers.
+        clock.attach(emu->model()); // 10 March: day and month tell apart
         QCOMPARE(ctl->SellReparto(op, 2.0f, QStringLiteral("ESPRESSO"), Currency::fromScaled(12000), row, 1), int16_t(0));
         QCOMPARE(ctl->PayReceipt(op, QString(), Currency::fromUnits(1), 0, 0, 1), int16_t(0));
         QCOMPARE(ctl->PaymentResidue(), Currency::fromScaled(14000));
         QCOMPARE(ctl->PayReceipt(op, QString(), Currency(), 2, 0, 1), int16_t(0));
         QCOMPARE(ctl->PaymentResidue(), Currency());
-        const QDate today = emu->model().context().now().date();
-        const auto d = int16_t(today.day()), m = int16_t(today.month()), y = int16_t(today.year());
-        QStringList lines;
-        int16_t result = ctl->ReadDgfeByDate(1, d, m, y, d, m, y, true);
-        while (result == 0) {
-            lines << ctl->DgfeLine();
-            if (ctl->InfoCode() == 3102)
-                break;
-            result = ctl->ReadDgfeByDate(1, d, m, y, d, m, y, false);
-        }
-        QCOMPARE(result, int16_t(0));
-        QCOMPARE(lines, emu->model().memory().journal.entries().last().lines);
-        QVERIFY(lines.join('\n').contains(QStringLiteral("ESPRESSO")));
+        QCOMPARE(ctl->SellReparto(op, 1.0f, QString(), Currency::fromUnits(1), row, 1), int16_t(0));
+        QCOMPARE(ctl->PayReceipt(op, QString(), Currency(), 0, 0, 1), int16_t(0));
+        QStringList day;
+        for (const JournalEntry &e : emu->model().memory().journal.entries())
+            day += e.lines;
+        QVERIFY(day.join('\n').contains(QStringLiteral("ESPRESSO")));
+        const auto readAll = [this](const std::function<int16_t(bool)> &read) {
+            QStringList lines;
+            int16_t result = read(true);
+            while (result == 0) {
+                lines << ctl->DgfeLine();
+                if (ctl->InfoCode() == 3102)
+                    break; // the last line comes with the code
+                result = read(false);
+            }
+            return result == 0 ? lines : QStringList{QStringLiteral("result %1").arg(result)};
+        };
+        QCOMPARE(readAll([this](bool first) { return ctl->ReadDgfeByDate(1, 10, 3, 2026, 10, 3, 2026, first); }), day);
+        QCOMPARE(readAll([this](bool first) { return ctl->ReadDgfeByNumber(1, 10, 3, 2026, 1, 2, first); }), day);
     }
 
     void powerCycle()

@@ -170,6 +170,8 @@ private Q_SLOTS:
         Reply empty = run(m, "ReadDgfeByDate", {"1", "9", "3", "2026", "9", "3", "2026", "1"});
         QVERIFY(empty.isOk());
         QCOMPARE(empty.property("InfoCode"), QStringLiteral("3102"));
+        QCOMPARE(props(run(m, "ReadDgfeByNumber", {"1", "9", "3", "2026", "1", "9", "1"}), {"InfoCode", "DgfeLine"}),
+                 QStringLiteral("3102|"));
         QCOMPARE(run(m, "ReadDgfeByDate", {"1", "11", "3", "2026", "10", "3", "2026", "1"}).errorCode(), 10);
 
         got.clear();

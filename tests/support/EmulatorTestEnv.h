@@ -7,6 +7,7 @@
 #include "printer/KelvoProtocolControl.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 // What an end-to-end test stands on: a FormTestEnv whose gFPControl is the
 // real control, talking to the emulated printer that runs in this thread.
@@ -53,6 +54,14 @@ struct EmulatorTestEnv : FormTestEnv
         return control->OpenTcp() == 0;
     }
     bool startOnTcp(const EmulatorConfig &config = EmulatorConfig()) { return start(config) && connectTcp(); }
+
+    // The pictures and standard logos the installation ships, in the program folder.
+    void linkShippedFiles() const
+    {
+        const QDir bin(QCoreApplication::applicationDirPath());
+        for (const char *name : {"img", "LoghiStandard"})
+            QFile::link(bin.filePath(name), folder.filePath(name));
+    }
 
     // A request run on the printer's side, as if it came off the wire.
     Reply run(const char *name, const QList<QByteArray> &args) { return emu->execute(name, args); }
