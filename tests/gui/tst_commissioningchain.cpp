@@ -114,9 +114,8 @@ class TestCommissioningChain : public QObject
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
+        env.emplace(FormTestEnv::Options{.fileDialogs = true});
         seen.clear();
-        FileDialog::startRecording();
         SystemPrinters::useForTests({});
         env->fake.setMatricola("QN", "41", "123");
         env->fake.setProperty("ClosureState", "1");
@@ -133,7 +132,6 @@ private Q_SLOTS:
     void cleanup()
     {
         SystemPrinters::stopUsingTestPrinters();
-        FileDialog::stopRecording();
         env.reset();
     }
 

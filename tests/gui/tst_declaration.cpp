@@ -132,8 +132,7 @@ class TestDeclaration : public QObject
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
-        FileDialog::startRecording();
+        env.emplace(FormTestEnv::Options{.fileDialogs = true});
         SystemPrinters::useForTests({{"Laser ufficio", true, false}, {"Letter USA", false, false}});
         const QStringList printer = {"MatricolaPrefix=QN", "MatricolaModel=41", "MatricolaNumber=123", "Azzeramenti=7",
                                      "DateDay=5", "DateMonth=3", "DateYear=26"};
@@ -151,7 +150,6 @@ private Q_SLOTS:
     void cleanup()
     {
         SystemPrinters::stopUsingTestPrinters();
-        FileDialog::stopRecording();
         env.reset();
     }
 

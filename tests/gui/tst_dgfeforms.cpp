@@ -6,7 +6,6 @@
 #include "DgfeSelection.h"
 #include "FormTestEnv.h"
 #include "TestFiles.h"
-#include "settings/Conversions.h"
 #include "ui/FileDialog.h"
 
 #include <QDateEdit>
@@ -67,20 +66,14 @@ class TestDgfeForms : public QObject
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
-        FileDialog::startRecording();
-        Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
+        env.emplace(FormTestEnv::Options{.fileDialogs = true, .italian = true});
         selection.emplace();
         timeoutAtCall.clear();
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
+        env->fake.setMatricola("QN");
     }
     void cleanup()
     {
         selection.reset();
-        Conv::setLocaleForTests(QLocale::system());
-        FileDialog::stopRecording();
         env.reset();
     }
 

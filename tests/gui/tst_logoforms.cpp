@@ -46,9 +46,7 @@ class TestLogoForms : public QObject
     QString logoFolder() const { return env->folder.filePath("LoghiStandard"); }
     void setModel(const char *prefix, const char *firmware = "2.10")
     {
-        env->fake.setProperty("MatricolaPrefix", prefix);
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
+        env->fake.setMatricola(prefix);
         env->fake.setProperty("FirmwareVersion", firmware);
     }
     void writePicture(const QString &name, const QColor &colour)
@@ -76,8 +74,7 @@ class TestLogoForms : public QObject
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
-        FileDialog::startRecording();
+        env.emplace(FormTestEnv::Options{.fileDialogs = true});
         QDir(env->folder.path()).mkdir("LoghiStandard");
         setModel("QN");
         env->fake.setProperty("PrinterStatus", "0010");
@@ -99,11 +96,7 @@ private Q_SLOTS:
             return std::nullopt;
         };
     }
-    void cleanup()
-    {
-        FileDialog::stopRecording();
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void pieces_data()
     {

@@ -32,9 +32,7 @@ struct Printer
 
     void attach(FakeFPControl &fake)
     {
-        fake.setProperty("MatricolaPrefix", "QN");
-        fake.setProperty("MatricolaModel", "99");
-        fake.setProperty("MatricolaNumber", "123456");
+        fake.setMatricola("QN", "99", "123456");
         fake.handler = [this](const FakeFPControl::Call &c, FakeFPControl &f) -> std::optional<int16_t> {
             const int n = c.args.value(0).toInt();
             const QString s = QString::number(n);

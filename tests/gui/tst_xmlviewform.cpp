@@ -10,7 +10,6 @@
 #include "printer/SharedState.h"
 #include "programming/ProgrammingGridModel.h"
 #include "programming/XmlViewForm.h"
-#include "settings/Conversions.h"
 #include "ui/FileDialog.h"
 
 #include <QAction>
@@ -112,22 +111,14 @@ class TestXmlViewForm : public QObject
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
-        Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
+        env.emplace(FormTestEnv::Options{.fileDialogs = true, .italian = true});
         gMaxNReparti = 3;
         XmlViewForm::FormMode = 1;
         XmlViewForm::XmlFile.clear();
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
+        env->fake.setMatricola("QN");
         env->fake.setProperty("FirmwareVersion", "2.10");
     }
-    void cleanup()
-    {
-        FileDialog::stopRecording();
-        Conv::setLocaleForTests(QLocale::system());
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void theReadingInItsOrder()
     {
@@ -240,7 +231,6 @@ private Q_SLOTS:
 
     void savingFromTheReading()
     {
-        FileDialog::startRecording();
         XmlViewForm form;
         FileDialog::queueAnswer(std::nullopt);
         form.btnPrgSave->click();
@@ -374,7 +364,6 @@ private Q_SLOTS:
 
     void fromTheMainMenu()
     {
-        FileDialog::startRecording();
         FiscordaForm main(&env->fake);
         FileDialog::queueAnswer(std::nullopt);
         main.mXmlRead->trigger();
