@@ -104,10 +104,8 @@ private Q_SLOTS:
     {
         gNome = "Rossi";
         InstallFlagForm form;
-        QString next;
-        whenModal("InstallExtraModForm", [&](QWidget *w) { next = w->objectName(); w->close(); });
+        whenModal("InstallExtraModForm", [](QWidget *w) { w->close(); }); // the next step: tst_commissioningchain
         form.btnNext->click();
-        QCOMPARE(next, QStringLiteral("InstallExtraModForm"));
         QCOMPARE(writes(), QStringList());
         QVERIFY(MsgBox::shown().isEmpty());
         QCOMPARE(TestFiles::contentOf(filePath()), kPrinterValues);

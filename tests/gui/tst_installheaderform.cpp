@@ -3,7 +3,6 @@
 #include "FormTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallHeaderForm.h"
-#include "commissioning/InstallLogoForm.h"
 #include "commissioning/PreviewForm.h"
 #include "printer/SharedState.h"
 #include "settings/RunTimeError.h"
@@ -264,25 +263,6 @@ private Q_SLOTS:
         QCOMPARE(gRagioneSociale.mid(0, 2), QStringList({QString(45, 'A'), ""}));
         QCOMPARE(gIndirizzo, QStringList(4, "Via Roma 1"));
         QCOMPARE(gPartitaIva, QStringLiteral("IT555"));
-    }
-
-    void chainGoesOnToTheLogos()
-    {
-        InstallHeaderForm::StandaloneMode = false;
-        InstallLogoForm::StandaloneMode = true;
-        QWidget owner;
-        InstallHeaderForm form(&owner);
-        QCOMPARE(form.btnNext->text(), QStringLiteral("AVANTI"));
-        form.show();
-        markRows(form);
-        bool headerHidden = false;
-        whenModal("InstallLogoForm", [&](QWidget *w) {
-            headerHidden = !form.isVisible() && QFile::exists(filePath());
-            w->close();
-        });
-        form.btnNext->click();
-        QVERIFY(headerHidden); // saved and gone before the next step shows
-        QCOMPARE(InstallLogoForm::StandaloneMode, false);
     }
 };
 

@@ -401,20 +401,7 @@ private Q_SLOTS:
         form.chkLogo->setChecked(true);
         QVERIFY(form.btnLogoStd->isEnabled() && form.btnLogoPers->isEnabled());
 
-        // The chain: this step is gone when the departments come up.
-        ProgForm::WizardMode = false;
-        ProgForm::TableKind = 0;
-        form.show();
-        bool stepHidden = false;
-        whenModal("ProgForm", [&](QWidget *next) {
-            stepHidden = !form.isVisible();
-            next->close();
-        });
-        form.btnNext->click();
-        QVERIFY(stepHidden);
-        QVERIFY(ProgForm::WizardMode);
-        QCOMPARE(ProgForm::TableKind, int16_t(4));
-
+        // Alone (in the chain: tst_commissioningchain) it leaves and sends nothing.
         InstallLogoForm::StandaloneMode = true;
         ProgForm::WizardMode = false;
         InstallLogoForm alone;
