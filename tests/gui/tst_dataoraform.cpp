@@ -7,7 +7,6 @@
 #include <QDateEdit>
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
 #include <QtTest>
 
 static const QString kClosure = "Per programmare la data bisogna fare una chiusura fiscale. Procedo con la chiusura fiscale?";

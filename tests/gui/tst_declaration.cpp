@@ -16,7 +16,6 @@
 #include "ui/FileDialog.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>

@@ -8,10 +8,8 @@
 #include "TestFiles.h"
 #include "ui/FileDialog.h"
 
-#include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QtTest>
 

@@ -25,7 +25,6 @@
 #include "programming/XmlViewForm.h"
 #include "ui/FileDialog.h"
 
-#include <QAbstractButton>
 #include <QtTest>
 #include <functional>
 #include <memory>

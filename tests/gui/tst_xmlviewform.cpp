@@ -12,11 +12,9 @@
 #include "programming/XmlViewForm.h"
 #include "ui/FileDialog.h"
 
-#include <QAction>
 #include <QHeaderView>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QTableView>
 #include <QRegularExpression>
 #include <QTimer>
