@@ -189,47 +189,38 @@ private Q_SLOTS:
         QVERIFY(number.ReadPaused);
     }
 
-    void stopKeepsWhatCame()
+    void endedInTheMiddle_data()
     {
-        serve(lines(10));
-        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
-        DGFECrtForm form;
-        form.onReadTurn = [&] {
-            if (form.lineCount() == 3)
-                form.CmdStop->click(); // the turn's own line still comes
-        };
-        form.Command1->click();
-        // Four lines, and the one fetched after them.
-        QCOMPARE(listOf(form), lines(5));
-        QCOMPARE(env->fake.count("ReadDgfeByDate"), 5);
-        QVERIFY(form.btnSalvaSuFile->isEnabled());
+        QTest::addColumn<int>("result"); // of the fifth read; 0: STOP pressed at the third line instead
+        QTest::addColumn<QStringList>("list");
+        QTest::addColumn<QStringList>("texts");
+        // STOP: the turn's own line still comes, and the one fetched after it.
+        QTest::newRow("stop") << 0 << lines(5) << QStringList{};
+        // A failure: the list keeps what came, and the line still held once more.
+        const QStringList held{"RIGA 1", "RIGA 2", "RIGA 3", "RIGA 4", "RIGA 4"};
+        QTest::newRow("line lost") << 1 << held << QStringList{"Registratore non collegato.\r\n"};
+        QTest::newRow("no answer") << 8 << held << QStringList{"La stampante ha risposto ACK, ma entro il timeout "
+                                                               "non ha cominciato ad inviare la risposta.\r\n"};
     }
-
-    void failureInTheMiddle_data()
-    {
-        QTest::addColumn<int>("result");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("line lost") << 1 << "Registratore non collegato.\r\n";
-        QTest::newRow("no answer") << 8 << "";
-    }
-    void failureInTheMiddle()
+    void endedInTheMiddle()
     {
         QFETCH(int, result);
         serve(lines(10));
         selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         DGFECrtForm form;
         form.onReadTurn = [&] {
-            if (form.lineCount() == 3)
+            if (form.lineCount() != 3)
+                return;
+            if (result)
                 env->fake.queueResult("ReadDgfeByDate", int16_t(result));
+            else
+                form.CmdStop->click();
         };
         form.Command1->click();
-        // The list keeps what came, and the line still held once more.
-        QCOMPARE(listOf(form), QStringList({"RIGA 1", "RIGA 2", "RIGA 3", "RIGA 4", "RIGA 4"}));
+        QTEST(listOf(form), "list");
+        QCOMPARE(env->fake.count("ReadDgfeByDate"), 5);
         QCOMPARE(form.ReadResult, int16_t(result));
-        QCOMPARE(MsgBox::shownTexts().size(), 1);
-        QFETCH(QString, message);
-        if (!message.isEmpty())
-            QCOMPARE(MsgBox::shownTexts().first(), message);
+        QTEST(MsgBox::shownTexts(), "texts");
         QVERIFY(form.ReadEnded && form.btnSalvaSuFile->isEnabled() && form.btnOk->isEnabled());
     }
 
