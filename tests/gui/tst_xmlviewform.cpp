@@ -5,6 +5,7 @@
 // closure, the flags written only where they differ, and the roads in and
 // out through the file dialogs.
 #include "FormTestEnv.h"
+#include "ProgrammingPrinter.h"
 #include "TestFiles.h"
 #include "app/FiscordaForm.h"
 #include "printer/SharedState.h"
@@ -52,46 +53,6 @@ QStringList rowsOf(const ProgrammingGrid &g)
     return rows;
 }
 
-// A printer that answers every read: flags 1..2 and parameters 1..12 exist,
-// parameter n holds n, the header has a plain, a centred and a double line.
-std::optional<int16_t> answeringPrinter(const Call &c, FakeFPControl &f)
-{
-    const int n = c.args.value(0).toInt();
-    auto refuse = [&f](int code) {
-        f.setProperty("ErrorCode", QString::number(code));
-        return std::optional<int16_t>(-1);
-    };
-    if (c.name == "ReadFlag") {
-        if (n > 2)
-            return refuse(16);
-        f.setProperty("FlagValue", QString::number(n % 2));
-    } else if (c.name == "ReadParam") {
-        if (n > 12)
-            return refuse(16);
-        f.setProperty("ParamValue", QString::number(n));
-    } else if (c.name == "ReadHeaderLine") {
-        const QStringList lines{"NEGOZIO" + QString(33, ' '), QString(40, ' '),
-                                QString(17, ' ') + "CENTRO" + QString(17, ' '), QString(17, ' ') + "DOPPIA" + QString(17, ' '),
-                                QString(40, ' '), QString(40, ' ')};
-        f.setProperty("HeaderLineText", lines.value(n - 1));
-    } else if (c.name == "ReadHeaderStyle") {
-        f.setProperty("HeaderStyle", QString::number(n == 4 ? 3 : 1));
-    } else if (c.name == "ReadReparto") {
-        f.setProperty("RepartoDescrizione", "REP " + QString::number(n));
-        f.setProperty("RepartoLimite", "15000");
-        f.setProperty("RepartoIva", "1");
-    } else if (c.name == "ReadIva") {
-        f.setProperty("IvaAliquota", "22.5");
-    } else if (c.name == "ReadContante" || c.name == "ReadContantePredefinito") {
-        f.setProperty("ContanteNumber", QString::number(n));
-        f.setProperty("ContanteDescrizione", "  CASSA  ");
-        f.setProperty("ContanteImporto", "1000000");
-    } else if (c.name == "ReadPromo") {
-        f.setProperty("PromoNumber", QString::number(n + 100));
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 class TestXmlViewForm : public QObject
@@ -122,11 +83,13 @@ private Q_SLOTS:
     {
         // The bar as each table starts, and the form on screen meanwhile.
         QStringList barAtStart;
-        env->fake.handler = [&barAtStart](const Call &c, FakeFPControl &f) {
+        ProgrammingPrinter printer;
+        printer.iva[0] = 22.5f;
+        env->fake.handler = [&printer, &barAtStart](const Call &c, FakeFPControl &f) {
             auto *form = qobject_cast<XmlViewForm *>(QApplication::activeModalWidget());
             if (form && (f.calls.size() < 2 || f.calls[f.calls.size() - 2].name != c.name))
                 barAtStart << c.name + "@" + QString::number(form->ProgressBar1->value());
-            return answeringPrinter(c, f);
+            return printer.answer(c, f);
         };
         XmlViewForm form;
         QStringList expected{"ReadDateTime", "ReadIva*4", "ReadReparto*3", "ReadCarta*10", "ReadTicket*10",
@@ -151,7 +114,7 @@ private Q_SLOTS:
 
         const XmlViewTables &d = form.data;
         QCOMPARE(rowsOf(d.gridIva).first(), QStringLiteral("1|22,5"));
-        QCOMPARE(rowsOf(d.gridRep), QStringList({"1|REP 1|1,5|1|0|0", "2|REP 2|1,5|1|0|0", "3|REP 3|1,5|1|0|0"}));
+        QCOMPARE(rowsOf(d.gridRep), QStringList({"1|  REP 1|100,5|1|2|3", "2|  REP 2|100,5|2|2|3", "3|  REP 3|100,5|3|2|3"}));
         // The number that ended a section keeps its blank row; section 15 starts again at 1.
         QCOMPARE(d.gridFlag.rows() - 1, 3 + 13);
         QCOMPARE(d.gridFlag.row(3).join('|'), QStringLiteral("||"));
@@ -165,11 +128,11 @@ private Q_SLOTS:
                                                      "|||", "|||"}));
         QCOMPARE(QList<int>({d.logoTesta, d.logoCoda}), QList<int>({9, 10}));
         QCOMPARE(d.gridPromoTable.text(1, 0), QStringLiteral("101")); // the printer's number
-        QCOMPARE(d.gridContantiDesc.row(1).join('|'), QStringLiteral("1|CASSA|100"));
+        QCOMPARE(d.gridContantiDesc.row(1).join('|'), QStringLiteral("1|CASSA 1|100"));
         // The screen shows what the data hold.
         QCOMPARE(form.gridFlag->model()->rowCount(), 16);
         QCOMPARE(form.gridPS2->model()->rowCount(), 256);
-        QCOMPARE(form.gridRep->model()->data(form.gridRep->model()->index(2, 1)).toString(), QStringLiteral("REP 3"));
+        QCOMPARE(form.gridRep->model()->data(form.gridRep->model()->index(2, 1)).toString(), QStringLiteral("  REP 3"));
         // Every header reads whole.
         for (QTableView *grid : form.findChildren<QTableView *>()) {
             const QHeaderView *header = grid->horizontalHeader();
