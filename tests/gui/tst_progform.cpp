@@ -21,15 +21,6 @@
 #include <QtTest>
 
 namespace {
-QStringList writes(const FakeFPControl &fake)
-{
-    QStringList out;
-    for (const auto &c : fake.calls)
-        if (c.name.startsWith("Write"))
-            out << c.name + "(" + c.args.join('|') + ")";
-    return out;
-}
-
 QStringList comboItems(const QComboBox *combo)
 {
     QStringList items;
@@ -145,7 +136,7 @@ private Q_SLOTS:
         std::copy(rates.begin(), rates.end(), printer.iva);
         ProgForm::TableKind = 4;
         ProgForm form;
-        QCOMPARE(writes(env->fake), written);
+        QCOMPARE(env->fake.sent(u'|', "Write"), written);
         QCOMPARE(comboItems(form.comboIVA), items);
     }
 
@@ -163,12 +154,12 @@ private Q_SLOTS:
         form.txtDesc->setText("24");
         form.btnAdd->click();
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Valore già presente!"});
-        QVERIFY(writes(env->fake).isEmpty());
+        QVERIFY(env->fake.sent(u'|', "Write").isEmpty());
         MsgBox::clearShown();
         form.selectRow(1);
         form.txtDesc->setText("4");
         form.btnAdd->click();
-        QCOMPARE(writes(env->fake), QStringList{"WriteIva(1|4)"});
+        QCOMPARE(env->fake.sent(u'|', "Write"), QStringList{"WriteIva(1|4)"});
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione effettuata!"});
         QCOMPARE(form.tassaValues[0], int16_t(4));
         QCOMPARE(form.currentRow(), 1);
@@ -207,7 +198,7 @@ private Q_SLOTS:
             form.comboIVA->setCurrentIndex(1);
         env->fake.clearCalls();
         form.btnAdd->click();
-        QCOMPARE(writes(env->fake).join(' '), written);
+        QCOMPARE(env->fake.sent(u'|', "Write").join(' '), written);
         // A store reloads the table and reads the row again; a field that is
         // no number makes nothing happen at all.
         QCOMPARE(MsgBox::shownTexts(), written.isEmpty() ? QStringList() : QStringList{"Programmazione effettuata!"});
@@ -284,7 +275,7 @@ private Q_SLOTS:
         form.txtDesc->setText(long25);
         env->fake.clearCalls();
         form.btnAdd_Click();
-        QCOMPARE(writes(env->fake), QStringList{"WriteCarta(1|" + long25 + ")"});
+        QCOMPARE(env->fake.sent(u'|', "Write"), QStringList{"WriteCarta(1|" + long25 + ")"});
 
         // Leaving the field keeps the first 20.
         form.txtDesc->setFocus();
