@@ -63,13 +63,6 @@ class TestLogoForms : public QObject
                 names << n;
         return names;
     }
-    QStringList writtenParams() const
-    {
-        QStringList out;
-        for (const auto &c : env->fake.callsOf("WriteParam"))
-            out << c.args.join('=');
-        return out;
-    }
 
 private Q_SLOTS:
     void init()
@@ -239,7 +232,7 @@ private Q_SLOTS:
         env->fake.busy = false;
         env->fake.queueResult("WriteParam", 2);
         LoghiForm::ProgFlag(number, value);
-        QCOMPARE(writtenParams(), QStringList{"9=3"});
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList{"WriteParam(9,3)"});
         QCOMPARE(MsgBox::shownTexts().size(), 1);
     }
 
@@ -307,7 +300,7 @@ private Q_SLOTS:
         QCOMPARE(form.headerFile, QDir(logoFolder()).filePath(fileSent));
         QCOMPARE(sent.mid(1, 2).join(QString()).toLatin1(), bytesOf(120));
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione intestazione scontrino ok!"});
-        QCOMPARE(writtenParams(), QStringList{"9=5"});
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList{"WriteParam(9,5)"});
 
         // A second APPLICA: on a KX90 the name no longer names a file; the
         // number is written all the same after the failure.
@@ -321,7 +314,7 @@ private Q_SLOTS:
             QCOMPARE(form.headerFile, QDir(logoFolder()).filePath(fileSent.left(fileSent.size() - 4) + fileSent.right(7)));
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione logo non riuscita!"});
         QCOMPARE(env->fake.count("CloseRawChannel"), 2);
-        QCOMPARE(writtenParams(), QStringList{"9=5"});
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList{"WriteParam(9,5)"});
 
         // Unticked boxes clear both numbers and send nothing.
         env->fake.clearCalls();
@@ -329,7 +322,7 @@ private Q_SLOTS:
         form.chkFooter->setChecked(false);
         form.btnSave->click();
         QCOMPARE(logoCalls(), QStringList({"WriteParam", "WriteParam"}));
-        QCOMPARE(writtenParams(), QStringList({"9=0", "10=0"}));
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList({"WriteParam(9,0)", "WriteParam(10,0)"}));
     }
 
     void applyPersonal_data()
@@ -363,7 +356,7 @@ private Q_SLOTS:
         form.comboPos->setCurrentText("Entrambe");
         form.btnSave->click();
         QCOMPARE(env->fake.count("BeginRawTransfer"), 2);
-        QCOMPARE(writtenParams(), QStringList({"9=12", "10=12"}));
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList({"WriteParam(9,12)", "WriteParam(10,12)"}));
         QCOMPARE(MsgBox::shownTexts(), QStringList({"Programmazione intestazione scontrino ok!",
                                                     "Programmazione fine scontrino ok!"}));
 
@@ -373,7 +366,7 @@ private Q_SLOTS:
         env->fake.setProperty("PrinterStatus", "0014");
         form.comboPos->setCurrentText("Coda");
         form.btnSave->click();
-        QCOMPARE(writtenParams(), QStringList());
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList());
         QCOMPARE(env->fake.count("CloseRawChannel"), 2);
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione logo non riuscita!"});
 
