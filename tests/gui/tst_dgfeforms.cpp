@@ -52,14 +52,6 @@ class TestDgfeForms : public QObject
             out << QStringLiteral("RIGA %1").arg(i);
         return out;
     }
-    QStringList readArgs() const
-    {
-        QStringList out;
-        for (const auto &c : env->fake.calls)
-            if (c.name.startsWith("ReadDgfeBy"))
-                out << c.args.join(',');
-        return out;
-    }
 
 private Q_SLOTS:
     void init()
@@ -116,11 +108,11 @@ private Q_SLOTS:
         // Each line once, the end line included.
         QCOMPARE(listOf(form), n ? lines(n) : QStringList{"Nessuna operazione!"});
         QCOMPARE(form.ListDGFE->currentRow(), form.ListDGFE->count() - 1);
-        const QString sel = number ? "1,10,3,2026,2,2" : "1,1,3,2026,31,3,2026";
-        QStringList expected{sel + ",1"};
+        const QString sel = number ? "ReadDgfeByNumber(1,10,3,2026,2,2" : "ReadDgfeByDate(1,1,3,2026,31,3,2026";
+        QStringList expected{sel + ",1)"};
         for (int i = 1; i < n; ++i)
-            expected << sel + ",0";
-        QCOMPARE(readArgs(), expected);
+            expected << sel + ",0)";
+        QCOMPARE(env->fake.sent(u',', "ReadDgfeBy"), expected);
         QCOMPARE(timeoutAtCall, QList<int>(qMax(n, 1), 30));
         QVERIFY(form.ReadEnded && form.btnSalvaSuFile->isEnabled() && form.btnOk->isEnabled());
         QVERIFY(!form.CmdPausa->isEnabled() && !form.CmdStop->isEnabled());
@@ -134,7 +126,9 @@ private Q_SLOTS:
         DGFECrtForm form;
         form.onReadTurn = [&] { selection->form.dtScontr->setDate(QDate(2026, 3, 11)); };
         form.Command1->click();
-        QCOMPARE(readArgs(), QStringList({"1,10,3,2026,1,9,1", "1,11,3,2026,1,9,0", "1,11,3,2026,1,9,0"}));
+        QCOMPARE(env->fake.sent(u',', "ReadDgfeBy"), QStringList({"ReadDgfeByNumber(1,10,3,2026,1,9,1)",
+                                                                "ReadDgfeByNumber(1,11,3,2026,1,9,0)",
+                                                                "ReadDgfeByNumber(1,11,3,2026,1,9,0)"}));
     }
 
     void pauseHoldsOnlyAReadByDate()
