@@ -26,11 +26,6 @@ using Call = FakeFPControl::Call;
 
 namespace {
 
-QString times(const QString &name, int n)
-{
-    return n == 1 ? name : name + "*" + QString::number(n);
-}
-
 // Consecutive calls of one name as "Name*count".
 QStringList runs(const QStringList &names)
 {
@@ -39,7 +34,7 @@ QStringList runs(const QStringList &names)
         int j = i;
         while (j < names.size() && names[j] == names[i])
             ++j;
-        out << times(names[i], j - i);
+        out << (j - i == 1 ? names[i] : names[i] + "*" + QString::number(j - i));
         i = j;
     }
     return out;
