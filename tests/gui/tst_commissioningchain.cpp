@@ -114,9 +114,8 @@ class TestCommissioningChain : public QObject
 private Q_SLOTS:
     void init()
     {
-        env.emplace(FormTestEnv::Options{.fileDialogs = true});
+        env.emplace(FormTestEnv::Options{.fileDialogs = true, .printers = QList<SystemPrinters::Printer>()});
         seen.clear();
-        SystemPrinters::useForTests({});
         env->fake.setMatricola("QN", "41", "123");
         env->fake.setProperty("ClosureState", "1");
         env->fake.setProperty("DateTime", "2026-03-05T10:00:00");
@@ -129,11 +128,7 @@ private Q_SLOTS:
         gIndirizzo = QStringList{"Via Roma 1"};
         gPartitaIva = "IT01234567890";
     }
-    void cleanup()
-    {
-        SystemPrinters::stopUsingTestPrinters();
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void wholeChainFromTheMainForm()
     {

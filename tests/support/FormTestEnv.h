@@ -2,6 +2,7 @@
 #pragma once
 
 #include "FakeFPControl.h"
+#include "paperwork/SystemPrinters.h"
 #include "settings/Conversions.h"
 #include "settings/ProgramFolder.h"
 #include "ui/DialogKeys.h"
@@ -22,6 +23,7 @@ struct FormTestOptions
 {
     bool fileDialogs = false; // file dialogs recorded instead of shown
     bool italian = false;     // the Italian locale for the test's length
+    std::optional<QList<SystemPrinters::Printer>> printers; // the system's printers, as the test says
 };
 
 // What a form test stands on: a scriptable control as gFPControl, an empty
@@ -44,11 +46,15 @@ struct FormTestEnv
             FileDialog::startRecording();
         if (options.italian)
             Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
+        if (options.printers)
+            SystemPrinters::useForTests(*options.printers);
     }
     ~FormTestEnv()
     {
         // Watches for forms that never came end with the test.
         qDeleteAll(qApp->findChildren<QTimer *>(QStringLiteral("whenModal"), Qt::FindDirectChildrenOnly));
+        if (options.printers)
+            SystemPrinters::stopUsingTestPrinters();
         if (options.italian)
             Conv::setLocaleForTests(QLocale::system());
         if (options.fileDialogs)
