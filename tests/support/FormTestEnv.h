@@ -23,7 +23,7 @@ struct FormTestOptions
 {
     bool fileDialogs = false; // file dialogs recorded instead of shown
     bool italian = false;     // the Italian locale for the test's length
-    std::optional<QList<SystemPrinters::Printer>> printers; // the system's printers, as the test says
+    std::optional<QList<SystemPrinters::Printer>> printers = std::nullopt; // the system's printers, as the test says
 };
 
 // What a form test stands on: a scriptable control as gFPControl, an empty
