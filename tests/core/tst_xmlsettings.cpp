@@ -72,25 +72,6 @@ private Q_SLOTS:
         QCOMPARE(value, QStringLiteral("COM"));
     }
 
-    void defaultSettingsAreOneExactLine()
-    {
-        XmlSettings s;
-        s.OpenSettings(QStringLiteral("settings"), QString(), QString());
-        s.SetValue(QStringLiteral("mode"), "COM");
-        s.SetValue(QStringLiteral("comnumber"), 1);
-        s.SetValue(QStringLiteral("comsettings"), "9600,n,8,1");
-        s.SetValue(QStringLiteral("tcpport"), int16_t(4660));
-        s.SetValue(QStringLiteral("ipaddress"), "192.168.0.100");
-        s.SetValue(QStringLiteral("timeoutack"), -1);
-        s.SetValue(QStringLiteral("timeoutop"), QStringLiteral("-1"));
-        s.SetValue(QStringLiteral("maxnreparti"), 40);
-        s.CloseSettings();
-        QCOMPARE(contentOf(path("settings.xml")),
-                 QByteArray("<settings><mode>COM</mode><comnumber>1</comnumber><comsettings>9600,n,8,1</comsettings>"
-                            "<tcpport>4660</tcpport><ipaddress>192.168.0.100</ipaddress><timeoutack>-1</timeoutack>"
-                            "<timeoutop>-1</timeoutop><maxnreparti>40</maxnreparti></settings>"));
-    }
-
     void bothSpellingsReachOneFile()
     {
         writeFile(path("settings.xml"), "<settings><mode>TCP</mode></settings>");

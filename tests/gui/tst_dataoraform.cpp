@@ -7,7 +7,6 @@
 #include <QDateEdit>
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
 #include <QtTest>
 
 static const QString kClosure = "Per programmare la data bisogna fare una chiusura fiscale. Procedo con la chiusura fiscale?";
@@ -94,11 +93,10 @@ private Q_SLOTS:
         form.btnOk->click();
         QVERIFY(form.isVisible());
         form.btnSet->click();
-        QString next;
-        whenModal(QStringLiteral("InstallHeaderForm"), [&](QWidget *w) { next = w->objectName(); w->close(); });
+        // The step that follows, in its mode: tst_commissioningchain.
+        whenModal(QStringLiteral("InstallHeaderForm"), [](QWidget *w) { w->close(); });
         form.btnOk->click();
         QVERIFY(!form.isVisible());
-        QCOMPARE(next, QStringLiteral("InstallHeaderForm")); // the chain's next step
     }
 };
 

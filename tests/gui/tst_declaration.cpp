@@ -16,7 +16,6 @@
 #include "ui/FileDialog.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
@@ -132,9 +131,9 @@ class TestDeclaration : public QObject
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
-        FileDialog::startRecording();
-        SystemPrinters::useForTests({{"Laser ufficio", true, false}, {"Letter USA", false, false}});
+        env.emplace(FormTestEnv::Options{.fileDialogs = true,
+                                         .printers = QList<SystemPrinters::Printer>{{"Laser ufficio", true, false},
+                                                                                    {"Letter USA", false, false}}});
         const QStringList printer = {"MatricolaPrefix=QN", "MatricolaModel=41", "MatricolaNumber=123", "Azzeramenti=7",
                                      "DateDay=5", "DateMonth=3", "DateYear=26"};
         for (const QString &p : printer)
@@ -148,12 +147,7 @@ private Q_SLOTS:
         gIndirizzo = QStringList{"piazza duomo 2"};
         PrintFoglioForm::PrintMode = 1;
     }
-    void cleanup()
-    {
-        SystemPrinters::stopUsingTestPrinters();
-        FileDialog::stopRecording();
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void textFileToTheByte_data()
     {

@@ -6,13 +6,10 @@
 #include "DgfeSelection.h"
 #include "FormTestEnv.h"
 #include "TestFiles.h"
-#include "settings/Conversions.h"
 #include "ui/FileDialog.h"
 
-#include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QtTest>
 
@@ -55,32 +52,18 @@ class TestDgfeForms : public QObject
             out << QStringLiteral("RIGA %1").arg(i);
         return out;
     }
-    QStringList readArgs() const
-    {
-        QStringList out;
-        for (const auto &c : env->fake.calls)
-            if (c.name.startsWith("ReadDgfeBy"))
-                out << c.args.join(',');
-        return out;
-    }
 
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
-        FileDialog::startRecording();
-        Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
+        env.emplace(FormTestEnv::Options{.fileDialogs = true, .italian = true});
         selection.emplace();
         timeoutAtCall.clear();
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
+        env->fake.setMatricola("QN");
     }
     void cleanup()
     {
         selection.reset();
-        Conv::setLocaleForTests(QLocale::system());
-        FileDialog::stopRecording();
         env.reset();
     }
 
@@ -125,11 +108,11 @@ private Q_SLOTS:
         // Each line once, the end line included.
         QCOMPARE(listOf(form), n ? lines(n) : QStringList{"Nessuna operazione!"});
         QCOMPARE(form.ListDGFE->currentRow(), form.ListDGFE->count() - 1);
-        const QString sel = number ? "1,10,3,2026,2,2" : "1,1,3,2026,31,3,2026";
-        QStringList expected{sel + ",1"};
+        const QString sel = number ? "ReadDgfeByNumber(1,10,3,2026,2,2" : "ReadDgfeByDate(1,1,3,2026,31,3,2026";
+        QStringList expected{sel + ",1)"};
         for (int i = 1; i < n; ++i)
-            expected << sel + ",0";
-        QCOMPARE(readArgs(), expected);
+            expected << sel + ",0)";
+        QCOMPARE(env->fake.sent(u',', "ReadDgfeBy"), expected);
         QCOMPARE(timeoutAtCall, QList<int>(qMax(n, 1), 30));
         QVERIFY(form.ReadEnded && form.btnSalvaSuFile->isEnabled() && form.btnOk->isEnabled());
         QVERIFY(!form.CmdPausa->isEnabled() && !form.CmdStop->isEnabled());
@@ -143,7 +126,9 @@ private Q_SLOTS:
         DGFECrtForm form;
         form.onReadTurn = [&] { selection->form.dtScontr->setDate(QDate(2026, 3, 11)); };
         form.Command1->click();
-        QCOMPARE(readArgs(), QStringList({"1,10,3,2026,1,9,1", "1,11,3,2026,1,9,0", "1,11,3,2026,1,9,0"}));
+        QCOMPARE(env->fake.sent(u',', "ReadDgfeBy"), QStringList({"ReadDgfeByNumber(1,10,3,2026,1,9,1)",
+                                                                "ReadDgfeByNumber(1,11,3,2026,1,9,0)",
+                                                                "ReadDgfeByNumber(1,11,3,2026,1,9,0)"}));
     }
 
     void pauseHoldsOnlyAReadByDate()
@@ -198,47 +183,38 @@ private Q_SLOTS:
         QVERIFY(number.ReadPaused);
     }
 
-    void stopKeepsWhatCame()
+    void endedInTheMiddle_data()
     {
-        serve(lines(10));
-        selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
-        DGFECrtForm form;
-        form.onReadTurn = [&] {
-            if (form.lineCount() == 3)
-                form.CmdStop->click(); // the turn's own line still comes
-        };
-        form.Command1->click();
-        // Four lines, and the one fetched after them.
-        QCOMPARE(listOf(form), lines(5));
-        QCOMPARE(env->fake.count("ReadDgfeByDate"), 5);
-        QVERIFY(form.btnSalvaSuFile->isEnabled());
+        QTest::addColumn<int>("result"); // of the fifth read; 0: STOP pressed at the third line instead
+        QTest::addColumn<QStringList>("list");
+        QTest::addColumn<QStringList>("texts");
+        // STOP: the turn's own line still comes, and the one fetched after it.
+        QTest::newRow("stop") << 0 << lines(5) << QStringList{};
+        // A failure: the list keeps what came, and the line still held once more.
+        const QStringList held{"RIGA 1", "RIGA 2", "RIGA 3", "RIGA 4", "RIGA 4"};
+        QTest::newRow("line lost") << 1 << held << QStringList{"Registratore non collegato.\r\n"};
+        QTest::newRow("no answer") << 8 << held << QStringList{"La stampante ha risposto ACK, ma entro il timeout "
+                                                               "non ha cominciato ad inviare la risposta.\r\n"};
     }
-
-    void failureInTheMiddle_data()
-    {
-        QTest::addColumn<int>("result");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("line lost") << 1 << "Registratore non collegato.\r\n";
-        QTest::newRow("no answer") << 8 << "";
-    }
-    void failureInTheMiddle()
+    void endedInTheMiddle()
     {
         QFETCH(int, result);
         serve(lines(10));
         selection->byDate(QDate(2026, 3, 1), QDate(2026, 3, 2));
         DGFECrtForm form;
         form.onReadTurn = [&] {
-            if (form.lineCount() == 3)
+            if (form.lineCount() != 3)
+                return;
+            if (result)
                 env->fake.queueResult("ReadDgfeByDate", int16_t(result));
+            else
+                form.CmdStop->click();
         };
         form.Command1->click();
-        // The list keeps what came, and the line still held once more.
-        QCOMPARE(listOf(form), QStringList({"RIGA 1", "RIGA 2", "RIGA 3", "RIGA 4", "RIGA 4"}));
+        QTEST(listOf(form), "list");
+        QCOMPARE(env->fake.count("ReadDgfeByDate"), 5);
         QCOMPARE(form.ReadResult, int16_t(result));
-        QCOMPARE(MsgBox::shownTexts().size(), 1);
-        QFETCH(QString, message);
-        if (!message.isEmpty())
-            QCOMPARE(MsgBox::shownTexts().first(), message);
+        QTEST(MsgBox::shownTexts(), "texts");
         QVERIFY(form.ReadEnded && form.btnSalvaSuFile->isEnabled() && form.btnOk->isEnabled());
     }
 
@@ -361,9 +337,9 @@ private Q_SLOTS:
         QTest::addColumn<bool>("busy");
         QTest::addColumn<QString>("call");
         QTest::addColumn<QStringList>("texts");
-        QTest::newRow("by date") << "btnDatePrn" << "1" << false << "PrintDgfeByDate 1,2,3,2026,5,3,2026" << QStringList{};
+        QTest::newRow("by date") << "btnDatePrn" << "1" << false << "PrintDgfeByDate(1,2,3,2026,5,3,2026)" << QStringList{};
         QTest::newRow("by date, busy") << "btnDatePrn" << "1" << true << "" << QStringList{};
-        QTest::newRow("by number, 1,5 is 2") << "btnNumPrn" << "1,5" << false << "PrintDgfeByNumber 1,4,3,2026,2,7"
+        QTest::newRow("by number, 1,5 is 2") << "btnNumPrn" << "1,5" << false << "PrintDgfeByNumber(1,4,3,2026,2,7)"
                                              << QStringList{};
         QTest::newRow("not numeric") << "btnNumPrn" << "x" << false << "" << QStringList{"Inserire valori numerici!"};
         QTest::newRow("not numeric, busy") << "btnNumPrn" << "x" << true << "" << QStringList{"Inserire valori numerici!"};
@@ -382,11 +358,8 @@ private Q_SLOTS:
         selection->form.txtScontrFine->setText("7");
         env->fake.busy = busy;
         selection->form.findChild<QPushButton *>(button)->click();
-        QStringList calls;
-        for (const auto &c : env->fake.calls)
-            calls << c.name + ' ' + c.args.join(',');
         QFETCH(QString, call);
-        QCOMPARE(calls, call.isEmpty() ? QStringList{} : QStringList{call});
+        QCOMPARE(env->fake.sent(), call.isEmpty() ? QStringList{} : QStringList{call});
         QTEST(MsgBox::shownTexts(), "texts");
     }
 

@@ -25,7 +25,6 @@
 #include "programming/XmlViewForm.h"
 #include "ui/FileDialog.h"
 
-#include <QAbstractButton>
 #include <QtTest>
 #include <functional>
 #include <memory>
@@ -51,19 +50,12 @@ class TestDialogKeys : public QObject
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
-        FileDialog::startRecording();
-        env->fake.setProperty("MatricolaPrefix", "QN");
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
+        env.emplace(FormTestEnv::Options{.fileDialogs = true});
+        env->fake.setMatricola("QN");
         env->fake.setProperty("FirmwareVersion", "2.10");
         gMaxNReparti = 3;
     }
-    void cleanup()
-    {
-        FileDialog::stopRecording();
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void keys_data()
     {

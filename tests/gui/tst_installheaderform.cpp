@@ -3,7 +3,6 @@
 #include "FormTestEnv.h"
 #include "TestFiles.h"
 #include "commissioning/InstallHeaderForm.h"
-#include "commissioning/InstallLogoForm.h"
 #include "commissioning/PreviewForm.h"
 #include "printer/SharedState.h"
 #include "settings/RunTimeError.h"
@@ -34,15 +33,6 @@ class TestInstallHeaderForm : public QObject
     {
         for (int i = 0; i < 3; ++i)
             form.ComboContR[i]->setCurrentIndex(i);
-    }
-    // The writes as "name index text-or-style", one per call.
-    QStringList writes() const
-    {
-        QStringList out;
-        for (const auto &c : env->fake.calls)
-            if (c.name.startsWith("WriteHeader"))
-                out << c.name.mid(11) + ' ' + c.args.join(' ');
-        return out;
     }
 
 private Q_SLOTS:
@@ -153,7 +143,7 @@ private Q_SLOTS:
             // One short of the width asks for -1 blanks: the run ends there,
             // after the line's style, before its text and the closing lines.
             QVERIFY_THROWS_EXCEPTION(RunTimeError, form.btnNext_Click());
-            QCOMPARE(writes(), QStringList{"Style 1 1"});
+            QCOMPARE(env->fake.sent(u',', "WriteHeader"), QStringList{"WriteHeaderStyle(1,1)"});
             QVERIFY(!QFile::exists(filePath()));
             return;
         }
@@ -173,9 +163,12 @@ private Q_SLOTS:
         form.txtR[2]->setText("01234567890");
         env->fake.clearCalls();
         form.btnNext_Click();
-        QCOMPARE(writes(), QStringList({"Style 1 4", "Line 1 " + QString(5, ' ') + "Bar \"Sport\" & C." + QString(5, ' '), "Style 2 0", "Line 2 Via Roma 1",
-                                        "Style 3 0", "Line 3 01234567890", "Style 4 0", "Line 4 ", "Style 5 0",
-                                        "Line 5 ", "Style 6 0", "Line 6 ", "Line 98 ", "Line 99 "}));
+        const QString bar = QString(5, ' ') + "Bar \"Sport\" & C." + QString(5, ' ');
+        QCOMPARE(env->fake.sent(u',', "WriteHeader"),
+                 QStringList({"WriteHeaderStyle(1,4)", "WriteHeaderLine(1," + bar + ")", "WriteHeaderStyle(2,0)",
+                              "WriteHeaderLine(2,Via Roma 1)", "WriteHeaderStyle(3,0)", "WriteHeaderLine(3,01234567890)",
+                              "WriteHeaderStyle(4,0)", "WriteHeaderLine(4,)", "WriteHeaderStyle(5,0)", "WriteHeaderLine(5,)",
+                              "WriteHeaderStyle(6,0)", "WriteHeaderLine(6,)", "WriteHeaderLine(98,)", "WriteHeaderLine(99,)"}));
         QVERIFY(MsgBox::shownTexts().isEmpty());
         QVERIFY(!form.isVisible());
         // The lines as typed, an unchosen style as -1, the positions 0.
@@ -199,7 +192,7 @@ private Q_SLOTS:
         QCOMPARE(env->fake.callNames().join(' '),
                  QStringLiteral("WriteHeaderStyle WriteHeaderLine WriteHeaderStyle WriteHeaderLine "
                                 "WriteHeaderLine WriteHeaderLine"));
-        QCOMPARE(writes().mid(4), QStringList({"Line 98 ", "Line 99 "}));
+        QCOMPARE(env->fake.sent(u',', "WriteHeader").mid(4), QStringList({"WriteHeaderLine(98,)", "WriteHeaderLine(99,)"}));
         QVERIFY(MsgBox::shownTexts().isEmpty());
         QVERIFY(TestFiles::contentOf(filePath()).contains("TipoR1=\"3\""));
     }
@@ -264,25 +257,6 @@ private Q_SLOTS:
         QCOMPARE(gRagioneSociale.mid(0, 2), QStringList({QString(45, 'A'), ""}));
         QCOMPARE(gIndirizzo, QStringList(4, "Via Roma 1"));
         QCOMPARE(gPartitaIva, QStringLiteral("IT555"));
-    }
-
-    void chainGoesOnToTheLogos()
-    {
-        InstallHeaderForm::StandaloneMode = false;
-        InstallLogoForm::StandaloneMode = true;
-        QWidget owner;
-        InstallHeaderForm form(&owner);
-        QCOMPARE(form.btnNext->text(), QStringLiteral("AVANTI"));
-        form.show();
-        markRows(form);
-        bool headerHidden = false;
-        whenModal("InstallLogoForm", [&](QWidget *w) {
-            headerHidden = !form.isVisible() && QFile::exists(filePath());
-            w->close();
-        });
-        form.btnNext->click();
-        QVERIFY(headerHidden); // saved and gone before the next step shows
-        QCOMPARE(InstallLogoForm::StandaloneMode, false);
     }
 };
 

@@ -46,9 +46,7 @@ class TestLogoForms : public QObject
     QString logoFolder() const { return env->folder.filePath("LoghiStandard"); }
     void setModel(const char *prefix, const char *firmware = "2.10")
     {
-        env->fake.setProperty("MatricolaPrefix", prefix);
-        env->fake.setProperty("MatricolaModel", "41");
-        env->fake.setProperty("MatricolaNumber", "100123");
+        env->fake.setMatricola(prefix);
         env->fake.setProperty("FirmwareVersion", firmware);
     }
     void writePicture(const QString &name, const QColor &colour)
@@ -65,19 +63,11 @@ class TestLogoForms : public QObject
                 names << n;
         return names;
     }
-    QStringList writtenParams() const
-    {
-        QStringList out;
-        for (const auto &c : env->fake.callsOf("WriteParam"))
-            out << c.args.join('=');
-        return out;
-    }
 
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
-        FileDialog::startRecording();
+        env.emplace(FormTestEnv::Options{.fileDialogs = true});
         QDir(env->folder.path()).mkdir("LoghiStandard");
         setModel("QN");
         env->fake.setProperty("PrinterStatus", "0010");
@@ -99,11 +89,7 @@ private Q_SLOTS:
             return std::nullopt;
         };
     }
-    void cleanup()
-    {
-        FileDialog::stopRecording();
-        env.reset();
-    }
+    void cleanup() { env.reset(); }
 
     void pieces_data()
     {
@@ -246,7 +232,7 @@ private Q_SLOTS:
         env->fake.busy = false;
         env->fake.queueResult("WriteParam", 2);
         LoghiForm::ProgFlag(number, value);
-        QCOMPARE(writtenParams(), QStringList{"9=3"});
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList{"WriteParam(9,3)"});
         QCOMPARE(MsgBox::shownTexts().size(), 1);
     }
 
@@ -314,7 +300,7 @@ private Q_SLOTS:
         QCOMPARE(form.headerFile, QDir(logoFolder()).filePath(fileSent));
         QCOMPARE(sent.mid(1, 2).join(QString()).toLatin1(), bytesOf(120));
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione intestazione scontrino ok!"});
-        QCOMPARE(writtenParams(), QStringList{"9=5"});
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList{"WriteParam(9,5)"});
 
         // A second APPLICA: on a KX90 the name no longer names a file; the
         // number is written all the same after the failure.
@@ -328,7 +314,7 @@ private Q_SLOTS:
             QCOMPARE(form.headerFile, QDir(logoFolder()).filePath(fileSent.left(fileSent.size() - 4) + fileSent.right(7)));
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione logo non riuscita!"});
         QCOMPARE(env->fake.count("CloseRawChannel"), 2);
-        QCOMPARE(writtenParams(), QStringList{"9=5"});
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList{"WriteParam(9,5)"});
 
         // Unticked boxes clear both numbers and send nothing.
         env->fake.clearCalls();
@@ -336,7 +322,7 @@ private Q_SLOTS:
         form.chkFooter->setChecked(false);
         form.btnSave->click();
         QCOMPARE(logoCalls(), QStringList({"WriteParam", "WriteParam"}));
-        QCOMPARE(writtenParams(), QStringList({"9=0", "10=0"}));
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList({"WriteParam(9,0)", "WriteParam(10,0)"}));
     }
 
     void applyPersonal_data()
@@ -370,7 +356,7 @@ private Q_SLOTS:
         form.comboPos->setCurrentText("Entrambe");
         form.btnSave->click();
         QCOMPARE(env->fake.count("BeginRawTransfer"), 2);
-        QCOMPARE(writtenParams(), QStringList({"9=12", "10=12"}));
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList({"WriteParam(9,12)", "WriteParam(10,12)"}));
         QCOMPARE(MsgBox::shownTexts(), QStringList({"Programmazione intestazione scontrino ok!",
                                                     "Programmazione fine scontrino ok!"}));
 
@@ -380,7 +366,7 @@ private Q_SLOTS:
         env->fake.setProperty("PrinterStatus", "0014");
         form.comboPos->setCurrentText("Coda");
         form.btnSave->click();
-        QCOMPARE(writtenParams(), QStringList());
+        QCOMPARE(env->fake.sent(u',', "WriteParam"), QStringList());
         QCOMPARE(env->fake.count("CloseRawChannel"), 2);
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione logo non riuscita!"});
 
@@ -408,20 +394,7 @@ private Q_SLOTS:
         form.chkLogo->setChecked(true);
         QVERIFY(form.btnLogoStd->isEnabled() && form.btnLogoPers->isEnabled());
 
-        // The chain: this step is gone when the departments come up.
-        ProgForm::WizardMode = false;
-        ProgForm::TableKind = 0;
-        form.show();
-        bool stepHidden = false;
-        whenModal("ProgForm", [&](QWidget *next) {
-            stepHidden = !form.isVisible();
-            next->close();
-        });
-        form.btnNext->click();
-        QVERIFY(stepHidden);
-        QVERIFY(ProgForm::WizardMode);
-        QCOMPARE(ProgForm::TableKind, int16_t(4));
-
+        // Alone (in the chain: tst_commissioningchain) it leaves and sends nothing.
         InstallLogoForm::StandaloneMode = true;
         ProgForm::WizardMode = false;
         InstallLogoForm alone;

@@ -5,7 +5,6 @@
 #include "TestFiles.h"
 #include "emulator/window/PaperRollView.h"
 #include "emulator/window/PrinterWindow.h"
-#include "settings/Conversions.h"
 #include "simulator/KelvoFpSimulaForm.h"
 
 #include <QCheckBox>
@@ -57,8 +56,7 @@ private Q_SLOTS:
     void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
     void init()
     {
-        env.emplace();
-        Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
+        env.emplace(FormTestEnv::Options{.italian = true});
         KeypadModel::PaymentOpen = false;
         settings = WindowSettings();
         settings.tcpPort = freePort();
@@ -69,7 +67,6 @@ private Q_SLOTS:
         gFPControl = &env->fake;
         control.reset();
         env.reset();
-        Conv::setLocaleForTests(QLocale::system());
     }
 
     void receiptOnTheRollAsOnPaper()

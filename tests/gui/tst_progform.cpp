@@ -4,8 +4,8 @@
 // 20-character cut, the per-printer file, and the departments as a step of
 // the commissioning with the trip to the VAT rates.
 #include "FormTestEnv.h"
+#include "ProgrammingPrinter.h"
 #include "TestFiles.h"
-#include "commissioning/InstallFlagForm.h"
 #include "printer/SharedState.h"
 #include "programming/GridView.h"
 #include "programming/ProgForm.h"
@@ -21,71 +21,6 @@
 #include <QtTest>
 
 namespace {
-// A printer in memory: four rates, `departments` departments, and for the
-// other tables rows that name their number. Writes go to the record only,
-// except the rates, which are kept. "Name:n" in refuse is refused with 16.
-struct Printer
-{
-    float iva[4] = {22, 10, 5, 4};
-    int departments = 40;
-    QSet<QString> refuse;
-
-    void attach(FakeFPControl &fake)
-    {
-        fake.setProperty("MatricolaPrefix", "QN");
-        fake.setProperty("MatricolaModel", "99");
-        fake.setProperty("MatricolaNumber", "123456");
-        fake.handler = [this](const FakeFPControl::Call &c, FakeFPControl &f) -> std::optional<int16_t> {
-            const int n = c.args.value(0).toInt();
-            const QString s = QString::number(n);
-            if (refuse.contains(c.name + ":" + s)) {
-                f.setProperty("ErrorCode", "16");
-                return int16_t(-1);
-            }
-            if (c.name == "ReadIva") {
-                f.setProperty("IvaNumber", s);
-                f.setProperty("IvaAliquota", QString::number(iva[n - 1]));
-            } else if (c.name == "WriteIva") {
-                iva[n - 1] = c.args.value(1).toFloat();
-            } else if (c.name == "ReadReparto") {
-                if (n > departments) {
-                    f.setProperty("ErrorCode", "16");
-                    return int16_t(-1);
-                }
-                for (auto [k, v] : {std::pair{"Number", s}, {"Descrizione", "  REP " + s}, {"Limite", "1000000"},
-                                    {"Iva", QString::number(n % 5)}, {"ScontRiass", "2"}, {"GrpMerc", "3"}})
-                    f.setProperty(QStringLiteral("Reparto") + k, v);
-            } else if (c.name == "ReadCarta") {
-                f.setProperty("CartaNumber", s);
-                f.setProperty("CartaDescrizione", " CARTA " + s + " ");
-            } else if (c.name == "ReadTicket") {
-                f.setProperty("TicketNumber", s);
-                f.setProperty("TicketDescrizione", "TICKET " + s);
-                f.setProperty("TicketValore", "52900");
-            } else if (c.name == "ReadContante" || c.name == "ReadContantePredefinito") {
-                f.setProperty("ContanteNumber", s);
-                f.setProperty("ContanteDescrizione", "CASSA " + s + "   ");
-                f.setProperty("ContanteImporto", "1000000");
-            } else if (c.name == "ReadOperatore") {
-                f.setProperty("OperatoreNumber", s);
-                f.setProperty("OperatoreDescrizione", "OPERATORE " + s);
-                f.setProperty("OperatorePassword", "12" + s);
-                f.setProperty("OperatorePercentuale", "2.5");
-            }
-            return int16_t(0);
-        };
-    }
-};
-
-QStringList writes(const FakeFPControl &fake)
-{
-    QStringList out;
-    for (const auto &c : fake.calls)
-        if (c.name.startsWith("Write"))
-            out << c.name + "(" + c.args.join('|') + ")";
-    return out;
-}
-
 QStringList comboItems(const QComboBox *combo)
 {
     QStringList items;
@@ -99,7 +34,7 @@ class TestProgForm : public QObject
 {
     Q_OBJECT
     std::optional<FormTestEnv> env;
-    Printer printer;
+    ProgrammingPrinter printer;
 
     QString perPrinterFile() const { return env->folder.filePath("KX90ProgQN99123456.xml"); }
 
@@ -108,8 +43,9 @@ private Q_SLOTS:
     {
         env.emplace();
         Conv::setLocaleForTests(QLocale::c()); // the numbers below are written so
-        printer = Printer();
+        printer = ProgrammingPrinter();
         printer.attach(env->fake);
+        env->fake.setMatricola("QN", "99", "123456");
         gMaxNReparti = 40;
         ProgForm::WizardMode = false;
         ProgForm::TableKind = 0;
@@ -134,7 +70,7 @@ private Q_SLOTS:
         QTest::newRow("VAT") << 3 << "IVA" << 4 << QStringList{"Valore"} << QStringList{"1", "22"} << "22";
         QTest::newRow("departments") << 4 << "Reparti" << 40
                                      << QStringList{"descrizione:", "limite prezzo:", "iva (%):", "btnIva"}
-                                     << QStringList{"1", "  REP 1", "100", "22", "2", "3"} << "REP 1";
+                                     << QStringList{"1", "  REP 1", "100.5", "22", "2", "3"} << "REP 1";
         QTest::newRow("operators") << 5 << "Operatori" << 12
                                    << QStringList{"descrizione:", "password", "commissione:"}
                                    << QStringList{"1", "OPERATORE 1", "121", "2.5"} << "OPERATORE 1";
@@ -200,7 +136,7 @@ private Q_SLOTS:
         std::copy(rates.begin(), rates.end(), printer.iva);
         ProgForm::TableKind = 4;
         ProgForm form;
-        QCOMPARE(writes(env->fake), written);
+        QCOMPARE(env->fake.sent(u'|', "Write"), written);
         QCOMPARE(comboItems(form.comboIVA), items);
     }
 
@@ -218,12 +154,12 @@ private Q_SLOTS:
         form.txtDesc->setText("24");
         form.btnAdd->click();
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Valore già presente!"});
-        QVERIFY(writes(env->fake).isEmpty());
+        QVERIFY(env->fake.sent(u'|', "Write").isEmpty());
         MsgBox::clearShown();
         form.selectRow(1);
         form.txtDesc->setText("4");
         form.btnAdd->click();
-        QCOMPARE(writes(env->fake), QStringList{"WriteIva(1|4)"});
+        QCOMPARE(env->fake.sent(u'|', "Write"), QStringList{"WriteIva(1|4)"});
         QCOMPARE(MsgBox::shownTexts(), QStringList{"Programmazione effettuata!"});
         QCOMPARE(form.tassaValues[0], int16_t(4));
         QCOMPARE(form.currentRow(), 1);
@@ -262,7 +198,7 @@ private Q_SLOTS:
             form.comboIVA->setCurrentIndex(1);
         env->fake.clearCalls();
         form.btnAdd->click();
-        QCOMPARE(writes(env->fake).join(' '), written);
+        QCOMPARE(env->fake.sent(u'|', "Write").join(' '), written);
         // A store reloads the table and reads the row again; a field that is
         // no number makes nothing happen at all.
         QCOMPARE(MsgBox::shownTexts(), written.isEmpty() ? QStringList() : QStringList{"Programmazione effettuata!"});
@@ -339,7 +275,7 @@ private Q_SLOTS:
         form.txtDesc->setText(long25);
         env->fake.clearCalls();
         form.btnAdd_Click();
-        QCOMPARE(writes(env->fake), QStringList{"WriteCarta(1|" + long25 + ")"});
+        QCOMPARE(env->fake.sent(u'|', "Write"), QStringList{"WriteCarta(1|" + long25 + ")"});
 
         // Leaving the field keeps the first 20.
         form.txtDesc->setFocus();
@@ -353,26 +289,18 @@ private Q_SLOTS:
         printer.departments = 3; // rows 4.. stay blank and end the saving
         ProgForm::WizardMode = true;
         ProgForm::TableKind = 4;
-        InstallFlagForm::StandaloneMode = true;
         ProgForm form;
         QCOMPARE(form.btnOK->text(), QStringLiteral("AVANTI"));
         QVERIFY(form.isHidden());
 
-        bool flagsShown = false;
-        bool flagsStandalone = true;
-        whenModal("InstallFlagForm", [&](QWidget *w) {
-            flagsShown = true;
-            flagsStandalone = InstallFlagForm::StandaloneMode;
-            w->close();
-        });
+        // The flags come next in their chain mode: tst_commissioningchain.
+        whenModal("InstallFlagForm", [](QWidget *w) { w->close(); });
         form.btnOK->click();
-        QVERIFY(flagsShown);
-        QVERIFY(!flagsStandalone);
         QVERIFY(form.isHidden());
         const QString file = QString::fromUtf8(TestFiles::contentOf(perPrinterFile()));
         // Department 1 has VAT row 1 (22), 3 row 3 (5); the rates follow.
-        QVERIFY2(file.contains(R"(Desc1="  REP 1" Lim1="100" Iva1="1" ScRias1="2" GrpMerc1="3")"), qPrintable(file));
-        QVERIFY2(file.contains(R"(Desc3="  REP 3" Lim3="100" Iva3="3")"), qPrintable(file));
+        QVERIFY2(file.contains(R"(Desc1="  REP 1" Lim1="100.5" Iva1="1" ScRias1="2" GrpMerc1="3")"), qPrintable(file));
+        QVERIFY2(file.contains(R"(Desc3="  REP 3" Lim3="100.5" Iva3="3")"), qPrintable(file));
         QVERIFY(!file.contains("Desc4"));
         QVERIFY2(file.contains(R"(<InstallIva Iva1="22" Iva2="10" Iva3="5" Iva4="4"/>)"), qPrintable(file));
     }

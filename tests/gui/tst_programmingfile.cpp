@@ -8,7 +8,6 @@
 #include "printer/SharedState.h"
 #include "settings/Conversions.h"
 
-#include <QDir>
 #include <QtTest>
 
 using TestFiles::contentOf;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The programming tables: their descriptions, the department bound, the
 // generic row read and write through the control, and the grid model.
-#include "FakeFPControl.h"
+#include "ProgrammingPrinter.h"
 #include "printer/SharedState.h"
 #include "programming/ProgrammingGrid.h"
 #include "programming/ProgrammingGridModel.h"
@@ -12,30 +12,6 @@
 #include <QtTest>
 
 Q_DECLARE_METATYPE(TableId)
-
-namespace {
-// A fake printer with `departments` departments: each answers with its own
-// number in the description; beyond them " NON PREVISTO.".
-void departmentsPrinter(FakeFPControl &fake, int departments)
-{
-    fake.handler = [departments](const FakeFPControl::Call &c, FakeFPControl &f) -> std::optional<int16_t> {
-        if (c.name != "ReadReparto")
-            return std::nullopt;
-        const int n = c.args.value(0).toInt();
-        if (n > departments) {
-            f.setProperty("ErrorCode", "16");
-            return int16_t(-1);
-        }
-        f.setProperty("RepartoNumber", QString::number(n));
-        f.setProperty("RepartoDescrizione", QStringLiteral(" REP %1 ").arg(n));
-        f.setProperty("RepartoLimite", "1500000"); // 150
-        f.setProperty("RepartoIva", "2");
-        f.setProperty("RepartoScontRiass", "0");
-        f.setProperty("RepartoGrpMerc", "3");
-        return int16_t(0);
-    };
-}
-} // namespace
 
 class TestProgrammingTables : public QObject
 {
@@ -113,8 +89,11 @@ private Q_SLOTS:
     {
         QFETCH(int, maxNReparti);
         gMaxNReparti = int16_t(maxNReparti);
+        Conv::setLocaleForTests(QLocale::c());
         FakeFPControl fake;
-        departmentsPrinter(fake, 30);
+        ProgrammingPrinter printer;
+        printer.departments = 30;
+        printer.attach(fake);
         ProgrammingGrid grid;
         const ProgrammingTable &rep = Table(TableId::Reparti);
         SetupGrid(grid, rep);
@@ -125,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(fake.count("ReadReparto"), maxNReparti);
         QCOMPARE(grid.rows(), maxNReparti + 1);
         if (maxNReparti >= 30) {
-            QCOMPARE(grid.row(30), QStringList({"30", " REP 30 ", "150", "2", "0", "3"}));
+            QCOMPARE(grid.row(30), QStringList({"30", "  REP 30", "100.5", "0", "2", "3"}));
         }
         for (int r = 31; r < grid.rows(); ++r)
             QCOMPARE(grid.row(r), QStringList(6));

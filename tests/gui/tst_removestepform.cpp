@@ -36,16 +36,8 @@ class TestRemoveStepForm : public QObject
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        env.emplace();
-        SystemPrinters::useForTests({});
-    }
-    void cleanup()
-    {
-        SystemPrinters::stopUsingTestPrinters();
-        env.reset();
-    }
+    void init() { env.emplace(FormTestEnv::Options{.printers = QList<SystemPrinters::Printer>()}); }
+    void cleanup() { env.reset(); }
 
     void moves_data()
     {

@@ -6,7 +6,6 @@
 #include "ui/MsgBox.h"
 #include "ui/ReportResult.h"
 
-#include <QApplication>
 #include <QtTest>
 
 class TestReportResult : public QObject

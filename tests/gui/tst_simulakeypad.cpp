@@ -6,7 +6,6 @@
 #include "commissioning/InstallHeaderForm.h"
 #include "commissioning/InstallLogoForm.h"
 #include "programming/ProgForm.h"
-#include "settings/Conversions.h"
 #include "simulator/KelvoFpSimulaForm.h"
 #include "simulator/XRepForm.h"
 
@@ -32,15 +31,10 @@ class TestSimulaKeypad : public QObject
 private Q_SLOTS:
     void init()
     {
-        env.emplace();
-        Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
+        env.emplace(FormTestEnv::Options{.italian = true});
         KeypadModel::PaymentOpen = false;
     }
-    void cleanup()
-    {
-        env.reset();
-        Conv::setLocaleForTests(QLocale::system());
-    }
+    void cleanup() { env.reset(); }
 
     // Each key after a figure (a count x value for the cash description)
     // does on the form what its rule does on a bare keypad.

@@ -8,7 +8,6 @@
 #include "app/SingleInstance.h"
 #include "printer/SharedState.h"
 
-#include <QAction>
 #include <QLabel>
 #include <QLockFile>
 #include <QPushButton>

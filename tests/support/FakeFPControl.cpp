@@ -16,11 +16,12 @@ QStringList FakeFPControl::callNames() const
     return names;
 }
 
-QStringList FakeFPControl::sent(QChar separator) const
+QStringList FakeFPControl::sent(QChar separator, const QString &namePrefix) const
 {
     QStringList out;
     for (const Call &c : calls)
-        out.append(c.name + '(' + c.args.join(separator) + ')');
+        if (c.name.startsWith(namePrefix))
+            out.append(c.name + '(' + c.args.join(separator) + ')');
     return out;
 }
 

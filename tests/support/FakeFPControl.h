@@ -44,7 +44,8 @@ public:
     // Record
     QList<Call> calls;
     QStringList callNames() const;
-    QStringList sent(QChar separator = u',') const; // "Name(arg,arg)" per call
+    // "Name(arg,arg)" per call, of the calls whose name starts with namePrefix
+    QStringList sent(QChar separator = u',', const QString &namePrefix = QString()) const;
     int count(const QString &name) const;
     QList<Call> callsOf(const QString &name) const;
     void clearCalls() { calls.clear(); }

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "FakeFPControl.h"
+#include "paperwork/SystemPrinters.h"
+#include "settings/Conversions.h"
 #include "settings/ProgramFolder.h"
 #include "ui/DialogKeys.h"
+#include "ui/FileDialog.h"
 #include "ui/MsgBox.h"
 
 #include <QApplication>
@@ -15,24 +18,47 @@
 #include <functional>
 #include <optional>
 
+// What a form test asks for beyond the usual.
+struct FormTestOptions
+{
+    bool fileDialogs = false; // file dialogs recorded instead of shown
+    bool italian = false;     // the Italian locale for the test's length
+    std::optional<QList<SystemPrinters::Printer>> printers = std::nullopt; // the system's printers, as the test says
+};
+
 // What a form test stands on: a scriptable control as gFPControl, an empty
 // program folder of its own, and message boxes recorded instead of shown.
 struct FormTestEnv
 {
+    using Options = FormTestOptions;
     FakeFPControl fake;
     QTemporaryDir folder;
+    const Options options;
 
-    FormTestEnv()
+    explicit FormTestEnv(Options with = {})
+        : options(with)
     {
         gFPControl = &fake;
         SetProgramFolderForTests(folder.path());
         MsgBox::startRecording();
         DialogKeys::install();
+        if (options.fileDialogs)
+            FileDialog::startRecording();
+        if (options.italian)
+            Conv::setLocaleForTests(QLocale(QLocale::Italian, QLocale::Italy));
+        if (options.printers)
+            SystemPrinters::useForTests(*options.printers);
     }
     ~FormTestEnv()
     {
         // Watches for forms that never came end with the test.
         qDeleteAll(qApp->findChildren<QTimer *>(QStringLiteral("whenModal"), Qt::FindDirectChildrenOnly));
+        if (options.printers)
+            SystemPrinters::stopUsingTestPrinters();
+        if (options.italian)
+            Conv::setLocaleForTests(QLocale::system());
+        if (options.fileDialogs)
+            FileDialog::stopRecording();
         MsgBox::stopRecording();
         SetProgramFolderForTests(QString());
         gFPControl = nullptr;
