@@ -7,8 +7,10 @@
 #
 # Targets are the names of fuzz/<library>/fuzz_<name>.cpp; none named: all.
 # Each run starts from fuzz/corpus/<name>/ and works in build-fuzz/corpus/<name>/.
-# --update-corpus adds to fuzz/corpus/<name>/ the inputs of the run that reach
-# code the corpus does not (libFuzzer's merge); the named seeds stay.
+# --update-corpus makes fuzz/corpus/<name>/ the fewest inputs of the corpus
+# and the run that reach every line of code they reach (libFuzzer's merge
+# counting edges only), beside the named seeds, which always stay.
+# --corpus-only does that from the last run's inputs, without running.
 # A finding is left in build-fuzz/findings/<name>/ and the script fails.
 # One line per run (target, seconds, executions, coverage, findings) is
 # appended to build-fuzz/fuzz-runs.txt.
@@ -28,7 +30,8 @@ while [ $# -gt 0 ]; do
     --update-corpus) update=1; shift ;;
     --build-only) seconds=0; shift ;;
     --no-build) build_first=0; shift ;;
-    -h|--help) sed -n 2,14p "$0"; exit 0 ;;
+    --corpus-only) update=2; build_first=0; shift ;;
+    -h|--help) sed -n '2,/^set -e/p' "$0" | sed '$d'; exit 0 ;;
     *) targets+=("$1"); shift ;;
   esac
 done
@@ -52,10 +55,30 @@ fi
 [ "$seconds" -gt 0 ] || exit 0
 
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1:abort_on_error=1}
+# The committed corpus: named seeds (the files we made and the findings
+# kept) and the edge-minimal set of everything else; the merge names inputs
+# by the SHA-1 of their content.
+update_corpus() {
+  local t=$1 work="$build/corpus/$t" fresh="$build/corpus-min/$t" dest="$root/fuzz/corpus/$t"
+  local before; before=$(ls "$dest" 2>/dev/null | wc -l)
+  rm -rf "$fresh"; mkdir -p "$fresh" "$dest"
+  nice -n 19 "$build/bin/fuzz_$t" -merge=1 -use_counters=0 "$fresh" "$dest" "$work" >>"$build/findings/$t.log" 2>&1
+  find "$dest" -type f -regextype posix-extended -regex '.*/[0-9a-f]{40}' -delete
+  for f in "$dest"/*; do
+    [ -f "$f" ] && rm -f "$fresh/$(sha1sum "$f" | cut -d' ' -f1)"
+  done
+  cp "$fresh"/* "$dest/" 2>/dev/null || true
+  echo "  fuzz/corpus/$t: $before files, now $(ls "$dest" | wc -l), $(du -sb "$dest" | cut -f1) bytes"
+}
+
 export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1:halt_on_error=1}
 export QT_QPA_PLATFORM=offscreen
 status=0
 for t in "${targets[@]}"; do
+  if [ "$update" -eq 2 ]; then
+    update_corpus "$t"
+    continue
+  fi
   work="$build/corpus/$t"
   findings="$build/findings/$t"
   mkdir -p "$work" "$findings"
@@ -81,10 +104,7 @@ for t in "${targets[@]}"; do
     continue
   fi
   if [ "$update" -eq 1 ]; then
-    before=$(ls "$root/fuzz/corpus/$t" | wc -l)
-    mkdir -p "$root/fuzz/corpus/$t"
-    nice -n 19 "$build/bin/fuzz_$t" -merge=1 "$root/fuzz/corpus/$t" "$work" >>"$log" 2>&1
-    echo "  fuzz/corpus/$t: $before files, now $(ls "$root/fuzz/corpus/$t" | wc -l), $(du -sk "$root/fuzz/corpus/$t" | cut -f1) KiB"
+    update_corpus "$t"
   fi
 done
 exit $status
