@@ -131,7 +131,14 @@ QJsonObject MemoryCodec::toJson(const PrinterMemory &m)
     return o;
 }
 
-QJsonObject MemoryCodec::fieldsJson(const PrinterMemory &m)
+QJsonObject MemoryCodec::closureJson(const ClosureRecord &z)
+{
+    return QJsonObject{{QStringLiteral("number"), z.number}, {QStringLiteral("when"), when(z.when)},
+                       {QStringLiteral("receipts"), z.receipts}, {QStringLiteral("total"), money(z.total)},
+                       {QStringLiteral("vat"), moneyMap(z.vat)}};
+}
+
+QJsonObject MemoryCodec::fieldsJson(const PrinterMemory &m, bool withClosures)
 {
     QJsonArray iva, deps, cards, tickets, cash, ops, ps2, promos, flags, params, header, logos, fm;
     for (float r : m.iva)
@@ -165,11 +172,10 @@ QJsonObject MemoryCodec::fieldsJson(const PrinterMemory &m)
     for (const auto &l : m.logos)
         logos.append(QJsonObject{{QStringLiteral("data"), QString::fromLatin1(l.data.toBase64())},
                                  {QStringLiteral("loaded"), when(l.loaded)}});
-    for (const auto &z : m.fiscalMemory)
-        fm.append(QJsonObject{{QStringLiteral("number"), z.number}, {QStringLiteral("when"), when(z.when)},
-                              {QStringLiteral("receipts"), z.receipts}, {QStringLiteral("total"), money(z.total)},
-                              {QStringLiteral("vat"), moneyMap(z.vat)}});
-    return QJsonObject{
+    if (withClosures)
+        for (const auto &z : m.fiscalMemory)
+            fm.append(closureJson(z));
+    QJsonObject fields{
         {QStringLiteral("format"), FormatVersion},
         {QStringLiteral("serial"), m.serial},
         {QStringLiteral("clockOffsetMs"), m.clockOffsetMs},
@@ -195,6 +201,9 @@ QJsonObject MemoryCodec::fieldsJson(const PrinterMemory &m)
         {QStringLiteral("documentNumber"), m.documentNumber},
         {QStringLiteral("lastClosure"), when(m.lastClosure)},
     };
+    if (!withClosures)
+        fields.remove(QStringLiteral("fiscalMemory"));
+    return fields;
 }
 
 void MemoryCodec::fromJson(const QJsonObject &o, PrinterMemory &m)

@@ -12,7 +12,10 @@ namespace MemoryCodec {
 QJsonObject toJson(const PrinterMemory &memory);
 // All but the journal's documents (its number and condition stay), and one
 // document: the parts the state file's log writes separately.
-QJsonObject fieldsJson(const PrinterMemory &memory);
+// Every member but the journal's documents; without the fiscal memory's
+// closures when `withClosures` is false (the state log keeps those apart).
+QJsonObject fieldsJson(const PrinterMemory &memory, bool withClosures = true);
+QJsonObject closureJson(const ClosureRecord &closure);
 QJsonObject entryJson(const JournalEntry &entry);
 void fromJson(const QJsonObject &json, PrinterMemory &memory);
 constexpr int FormatVersion = 1;

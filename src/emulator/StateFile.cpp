@@ -120,6 +120,17 @@ StateFile::Loaded StateFile::load() const
             for (const QJsonValue &e : rec.value(QStringLiteral("entries")).toArray())
                 entries.append(e);
         }
+        if (rec.contains(QStringLiteral("closures"))) {
+            // Rare (a closure each day): the fiscal memory is taken out and put back.
+            QJsonArray closures = out.json.value(QStringLiteral("fiscalMemory")).toArray();
+            const qsizetype from =
+                qBound<qsizetype>(0, rec.value(QStringLiteral("closuresFrom")).toInteger(), closures.size());
+            while (closures.size() > from)
+                closures.removeLast();
+            for (const QJsonValue &z : rec.value(QStringLiteral("closures")).toArray())
+                closures.append(z);
+            out.json.insert(QStringLiteral("fiscalMemory"), closures);
+        }
         ++out.replayed;
     }
     journal.insert(QStringLiteral("entries"), entries);

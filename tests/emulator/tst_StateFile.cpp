@@ -72,9 +72,13 @@ private Q_SLOTS:
         EmulatorServer emu(config);
         QVERIFY(emu.start());
         QVERIFY(emu.execute("WriteCarta", {"9", "SATISPAY"}).isOk());
+        QVERIFY(emu.execute("FiscalClosure", {"1"}).isOk()); // the log keeps closures apart from the rest
+        QVERIFY(emu.execute("FiscalClosure", {"1"}).isOk());
         EmulatorServer reader(config); // a second look at the file, without any explicit save
         QVERIFY(reader.start());
         QCOMPARE(reader.model().memory().cards[8], QStringLiteral("SATISPAY"));
+        QCOMPARE(reader.model().saveMemory(), emu.model().saveMemory());
+        QCOMPARE(reader.model().memory().fiscalMemory.size(), 2);
     }
 
     // The log of changes after the snapshot, as a kill or a broken disk can
