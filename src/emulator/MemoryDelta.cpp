@@ -12,6 +12,22 @@ QJsonObject lastClosure(const PrinterMemory &memory)
     return memory.fiscalMemory.isEmpty() ? QJsonObject() : MemoryCodec::closureJson(memory.fiscalMemory.last());
 }
 
+// A list that only grows: the items from `from` on go into the record under
+// `itemsKey`, with `from` under `fromKey`, when anything was added or the
+// list starts again (from < known).
+template <typename List, typename Encode>
+void addTail(QJsonObject &record, const List &list, qsizetype from, qsizetype known, Encode encode,
+             const QString &fromKey, const QString &itemsKey)
+{
+    if (from == known && list.size() == known)
+        return;
+    QJsonArray added;
+    for (qsizetype i = from; i < list.size(); ++i)
+        added.append(encode(list[i]));
+    record.insert(fromKey, from);
+    record.insert(itemsKey, added);
+}
+
 } // namespace
 
 void MemoryDelta::reset(const PrinterMemory &memory)
@@ -37,13 +53,8 @@ QJsonObject MemoryDelta::take(const PrinterMemory &memory)
     // A formatted journal starts again from its first document.
     const auto &entries = memory.journal.entries();
     const qsizetype from = memory.journal.number == m_journalNumber && entries.size() >= m_entries ? m_entries : 0;
-    if (from != m_entries || entries.size() != m_entries) {
-        QJsonArray added;
-        for (qsizetype i = from; i < entries.size(); ++i)
-            added.append(MemoryCodec::entryJson(entries[i]));
-        record.insert(QStringLiteral("from"), from);
-        record.insert(QStringLiteral("entries"), added);
-    }
+    addTail(record, entries, from, m_entries, MemoryCodec::entryJson, QStringLiteral("from"),
+            QStringLiteral("entries"));
     // Closures are only ever added; should the memory have been replaced
     // (fewer closures, or the newest one differs), it is written whole.
     const auto &closures = memory.fiscalMemory;
@@ -51,13 +62,8 @@ QJsonObject MemoryDelta::take(const PrinterMemory &memory)
     if (closures.size() < m_closures
         || (m_closures > 0 && MemoryCodec::closureJson(closures[m_closures - 1]) != m_lastClosure))
         closuresFrom = 0;
-    if (closuresFrom != m_closures || closures.size() != m_closures) {
-        QJsonArray added;
-        for (qsizetype i = closuresFrom; i < closures.size(); ++i)
-            added.append(MemoryCodec::closureJson(closures[i]));
-        record.insert(QStringLiteral("closuresFrom"), closuresFrom);
-        record.insert(QStringLiteral("closures"), added);
-    }
+    addTail(record, closures, closuresFrom, m_closures, MemoryCodec::closureJson, QStringLiteral("closuresFrom"),
+            QStringLiteral("closures"));
     m_fields = fields;
     m_entries = entries.size();
     m_journalNumber = memory.journal.number;
